@@ -1,0 +1,51 @@
+# How a target of this project is made: one set of flags, linked privately into each.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
+
+include(CheckPIESupported)
+check_pie_supported()
+
+find_program(TAVIK_CCACHE ccache)
+if(TAVIK_CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${TAVIK_CCACHE}")
+endif()
+
+set(Boost_USE_STATIC_LIBS ON)
+find_package(Boost 1.74 REQUIRED COMPONENTS log thread filesystem date_time)
+find_package(Threads REQUIRED)
+
+add_library(tavik_flags INTERFACE)
+target_include_directories(tavik_flags INTERFACE "${PROJECT_SOURCE_DIR}")
+target_compile_options(tavik_flags INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Werror
+    $<$<CXX_COMPILER_ID:GNU>:-Wshadow=local>
+    $<$<CXX_COMPILER_ID:Clang>:-Wshadow>
+    # No path of the machine that built it ends up in a log line or in the binary.
+    -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=
+    -ffunction-sections -fdata-sections -fstack-protector-strong)
+target_link_options(tavik_flags INTERFACE -Wl,--gc-sections -Wl,-z,relro,-z,now)
+if(TAVIK_SANITIZE)
+    target_compile_options(tavik_flags INTERFACE
+        -fsanitize=${TAVIK_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(tavik_flags INTERFACE -fsanitize=${TAVIK_SANITIZE})
+else()
+    target_compile_definitions(tavik_flags INTERFACE
+        $<$<NOT:$<CONFIG:Debug>>:_FORTIFY_SOURCE=2>)
+endif()
+
+# tavik_add_library(<name> SOURCES <files> [LINKS <targets>]): one folder's library, with the
+# alias Tavik::<name>.
+function(tavik_add_library name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+    add_library(tavik_${name} STATIC ${arg_SOURCES})
+    add_library(Tavik::${name} ALIAS tavik_${name})
+    target_include_directories(tavik_${name} PUBLIC "${PROJECT_SOURCE_DIR}")
+    target_link_libraries(tavik_${name} PUBLIC ${arg_LINKS} PRIVATE tavik_flags)
+endfunction()

@@ -1,0 +1,66 @@
+// The tool-kit's one log: a thin layer over Boost.Log with up to three streams.
+#pragma once
+
+#include <boost/log/trivial.hpp>
+
+#include <memory>
+#include <sstream>
+#include <string>
+
+namespace orvel::core::global_logging {
+
+using boost::log::trivial::severity_level;
+
+/// Sets the sink up, with no stream attached and logging disabled. Until it ran, nothing is
+/// written anywhere. Running it again starts afresh.
+void initialize();
+
+void enable();
+void disable();
+
+void enableConsole();
+void disableConsole();
+
+/// Opens the log file, appending unless told otherwise. A file that can't be opened loses its
+/// lines without an error.
+void enableFile();
+void disableFile();
+
+/// Names the log file; an open log moves to it at once.
+void setFile(const std::string& name, bool append);
+
+void enableString();
+void disableString();
+void clearString();
+std::shared_ptr<std::stringstream> getString();
+
+/// Drops what is less severe than `level`.
+void setSeverity(severity_level level);
+severity_level getSeverity();
+bool isConsoleEnabled();
+bool isFileEnabled();
+bool isStringEnabled();
+
+/// Where a line is written from.
+struct Place {
+    const char* file;
+    int line;
+    const char* function;
+};
+
+/// Writes "file(line) function: text", with the file's leaf name and the function's bare name.
+void write(severity_level severity, const Place& place, const std::string& text);
+
+/// Writes `text` as it stands.
+void writePlain(severity_level severity, const std::string& text);
+
+/// Whether a record of this severity would be written: lets callers skip composing one.
+bool isWritten(severity_level severity);
+
+}  // namespace orvel::core::global_logging
+
+/// The place of the line that it stands in.
+#define ORVEL_HERE                                                                                 \
+    ::orvel::core::global_logging::Place {                                                         \
+        __FILE__, __LINE__, __func__                                                               \
+    }

@@ -1,0 +1,43 @@
+// Goes between XML text, the element tree, and the objects of the device core.
+#pragma once
+
+#include "core/Attribute.h"
+#include "core/AttributeTable.h"
+#include "core/Payload.h"
+#include "core/Status.h"
+#include "core/xml/XmlElement.h"
+#include "core/xml/XmlObject.h"
+#include "core/xml/XmlProperty.h"
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace orvel::core {
+
+class XmlConverter {
+public:
+    /// Deepest nesting that `toXml` reads. Everything that walks a tree recurses, so deeper text
+    /// counts as text that is no XML.
+    static constexpr std::size_t MAX_DEPTH = 2048;
+
+    /// Text to tree: the first element, with its attributes and the children that its class
+    /// knows. Null, and an error line in the log, for text that is not well formed, nested deeper
+    /// than `MAX_DEPTH`, or whose first element is none of the four.
+    static std::unique_ptr<xml::XmlElement> toXml(const std::string& text);
+
+    // Domain object to element.
+    static std::unique_ptr<xml::XmlProperty> toXml(const Attribute& attribute);
+    static std::unique_ptr<xml::XmlProperty> toXml(const Payload& payload);
+    static std::unique_ptr<xml::XmlObject> toXml(const Status& status);
+    static std::unique_ptr<xml::XmlObject> toXml(const AttributeTable& attributes);
+
+    /// Nothing for a type word that is written but never read, or unknown.
+    static std::optional<Attribute> toAttribute(const xml::XmlProperty& property);
+
+    /// The attributes among the object's properties; of two with one name the later counts.
+    static AttributeTable toAttributes(const xml::XmlObject& object);
+};
+
+}  // namespace orvel::core

@@ -1,0 +1,7 @@
+#include "interfaces/cli/cliframework/NoInputErrorResult.h"
+
+namespace cli::framework {
+
+NoInputErrorResult::NoInputErrorResult() : SyntaxErrorResult("No Input.") {}
+
+}  // namespace cli::framework
