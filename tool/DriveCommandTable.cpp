@@ -5,7 +5,6 @@
 #include "features/JobProperties.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
@@ -47,9 +46,9 @@ struct CommandRow {
     const char* verb;
     const char* name;
     const char* helpText;
-    std::array<const TargetRow*, 4> targets;    ///< null ends the list
-    std::array<const CommandPart*, 3> options;  ///< null ends the list
-    std::array<PropertyRow, 4> properties;
+    const TargetRow* targets[4];    ///< null ends the list
+    const CommandPart* options[3];  ///< null ends the list
+    PropertyRow properties[4];
 };
 
 // clang-format off
