@@ -77,10 +77,9 @@ void initialize() {
     log().stringLog = std::make_shared<std::stringstream>();
 
     log().sink = boost::make_shared<Sink>(log().backend);
-    log().sink->set_formatter(expr::stream << expr::format_date_time<boost::posix_time::ptime>(
-                                                  "TimeStamp", "%H:%M:%S:%f")
-                                           << " [" << boost::log::trivial::severity << "] "
-                                           << expr::smessage);
+    log().sink->set_formatter(
+        expr::stream << expr::format_date_time<boost::posix_time::ptime>("TimeStamp", "%H:%M:%S:%f")
+                     << " [" << boost::log::trivial::severity << "] " << expr::smessage);
     core->add_sink(log().sink);
 }
 

@@ -66,14 +66,17 @@ private:
         std::size_t brackets = 0;
         for (; position < text.size(); ++position) {
             switch (text[position]) {
-            case '[': ++brackets; break;
+            case '[':
+                ++brackets;
+                break;
             case ']':
                 if (brackets > 0) --brackets;
                 break;
             case '>':
                 if (brackets == 0) return take('>');
                 break;
-            default: break;
+            default:
+                break;
             }
         }
         return false;

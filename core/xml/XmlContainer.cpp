@@ -10,13 +10,15 @@ XmlContainer::XmlContainer(std::string type) : XmlElement(std::move(type)) {}
 
 XmlContainer::XmlContainer(const XmlContainer& other) : XmlElement(other) {
     lists.reserve(other.lists.size());
-    for (const auto& list : other.lists) addList(std::make_unique<XmlList>(*list));
+    for (const auto& list : other.lists)
+        addList(std::make_unique<XmlList>(*list));
     properties.reserve(other.properties.size());
     for (const auto& property : other.properties) {
         addProperty(std::make_unique<XmlProperty>(*property));
     }
     objects.reserve(other.objects.size());
-    for (const auto& object : other.objects) addObject(std::make_unique<XmlObject>(*object));
+    for (const auto& object : other.objects)
+        addObject(std::make_unique<XmlObject>(*object));
 }
 
 XmlContainer::~XmlContainer() = default;
@@ -26,17 +28,23 @@ void XmlContainer::toXml(std::string& text) const {
     text.append(1, '<').append(name);
     writeAttributes(text);
     text.append(1, '>');
-    for (const auto& property : properties) property->toXml(text);
-    for (const auto& list : lists) list->toXml(text);
-    for (const auto& object : objects) object->toXml(text);
+    for (const auto& property : properties)
+        property->toXml(text);
+    for (const auto& list : lists)
+        list->toXml(text);
+    for (const auto& object : objects)
+        object->toXml(text);
     text.append("</").append(name).append(1, '>');
 }
 
 void XmlContainer::collect(const Query& query, Matches& found) const {
     if (query.includeSelf) collectSelf(query, found);
-    for (const auto& property : properties) collectFrom(*property, query, found);
-    for (const auto& list : lists) collectFrom(*list, query, found);
-    for (const auto& object : objects) collectFrom(*object, query, found);
+    for (const auto& property : properties)
+        collectFrom(*property, query, found);
+    for (const auto& list : lists)
+        collectFrom(*list, query, found);
+    for (const auto& object : objects)
+        collectFrom(*object, query, found);
 }
 
 bool XmlContainer::isEmpty() const {

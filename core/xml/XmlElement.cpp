@@ -16,12 +16,18 @@ constexpr const char* DECLARATION = R"(<?xml version="1.0" encoding="utf-8"?>)";
 /// after them, and readers on the other side count on it.
 std::string_view escapeOf(char character) {
     switch (character) {
-    case '<': return "&amp;lt;";
-    case '>': return "&amp;gt;";
-    case '&': return "&amp;";
-    case '"': return "&quot;";
-    case '\'': return "&apos;";
-    default: return {};
+    case '<':
+        return "&amp;lt;";
+    case '>':
+        return "&amp;gt;";
+    case '&':
+        return "&amp;";
+    case '"':
+        return "&quot;";
+    case '\'':
+        return "&apos;";
+    default:
+        return {};
     }
 }
 

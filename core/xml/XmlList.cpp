@@ -10,7 +10,8 @@ XmlList::XmlList() : XmlElement(_type) {}
 
 XmlList::XmlList(const XmlList& other) : XmlElement(other) {
     objects.reserve(other.objects.size());
-    for (const auto& object : other.objects) addObject(std::make_unique<XmlObject>(*object));
+    for (const auto& object : other.objects)
+        addObject(std::make_unique<XmlObject>(*object));
 }
 
 XmlList::~XmlList() = default;
@@ -19,13 +20,15 @@ void XmlList::toXml(std::string& text) const {
     text.append("<List");
     writeAttributes(text);
     text.append(1, '>');
-    for (const auto& object : objects) object->toXml(text);
+    for (const auto& object : objects)
+        object->toXml(text);
     text.append("</List>");
 }
 
 void XmlList::collect(const Query& query, Matches& found) const {
     if (query.includeSelf) collectSelf(query, found);
-    for (const auto& object : objects) collectFrom(*object, query, found);
+    for (const auto& object : objects)
+        collectFrom(*object, query, found);
 }
 
 std::unique_ptr<XmlElement> XmlList::clone() const {

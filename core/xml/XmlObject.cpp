@@ -59,14 +59,16 @@ bool XmlObject::removeProperty(const std::string& name) {
 
 void XmlObject::removeProperties(const std::vector<std::string>& names) {
     Removals removals;
-    for (const std::string& name : names) ++removals[name];
+    for (const std::string& name : names)
+        ++removals[name];
     if (!removals.empty()) removeProperties(removals);
 }
 
 // One pass for all names: a command line may name thousands, and an answer hold as many objects.
 void XmlObject::removeProperties(const Removals& removals) {
     eraseProperties(properties, removals);
-    for (const auto& object : objects) object->removeProperties(removals);
+    for (const auto& object : objects)
+        object->removeProperties(removals);
 }
 
 std::unique_ptr<XmlElement> XmlObject::clone() const {
