@@ -4,11 +4,7 @@ namespace orvel::core::statuses {
 
 #define STATUS(code, name, text)                                                                   \
     Status name() {                                                                                \
-        Status status;                                                                             \
-        status.setCategory(status_categories::CORE);                                               \
-        status.setCode(code);                                                                      \
-        status.setMessage(text);                                                                   \
-        return status;                                                                             \
+        return Status(status_categories::CORE, code, text);                                        \
     }
 #include "core/CoreStatuses.def"
 

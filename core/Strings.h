@@ -105,7 +105,8 @@ std::string fromBytes(const std::uint8_t* bytes, std::size_t size);
 std::wstring widen(const std::string& text);
 std::string narrow(const std::wstring& text);
 
-/// Lines of offset, bytes and characters; the last line has no newline and isn't padded.
+/// Lines of offset, bytes and characters; the last line has no newline and isn't padded. With 0
+/// bytes per line all stand on one line.
 std::string hexDump(const std::uint8_t* bytes, std::size_t size, std::size_t bytesPerLine);
 std::string hexDump(const Payload& payload, std::size_t bytesPerLine);
 

@@ -68,7 +68,7 @@ Lexer::Lexer(std::vector<std::string> verbs, std::vector<std::string> targets,
 
 std::vector<Token> Lexer::tokenize(int argc, const char* const* argv) const {
     const TraceObject trace(__FILE__, __func__, __LINE__);
-    return tokenize(std::vector<std::string>(argv, argv + argc));
+    return tokenize(std::vector<std::string>(argv, argv + std::max(argc, 0)));
 }
 
 std::vector<Token> Lexer::tokenize(const std::vector<std::string>& words) const {

@@ -94,6 +94,7 @@ TEST(Lexer, TakesTheWordsOfTheProcess) {
     EXPECT_EQ(TokenType::Value, tokens[4].tokenType);
     EXPECT_TRUE(driveLexer().tokenize(0, arguments).empty());
     EXPECT_TRUE(driveLexer().tokenize(0, nullptr).empty());
+    EXPECT_TRUE(driveLexer().tokenize(-1, arguments).empty());
 }
 
 TEST(Lexer, DashesTargetsAndOptionsThatLackOne) {
