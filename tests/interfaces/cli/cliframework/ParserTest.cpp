@@ -2,6 +2,7 @@
 #include "interfaces/cli/cliframework/Parser.h"
 
 #include "interfaces/cli/cliframework/DuplicateTokenErrorResult.h"
+#include "interfaces/cli/cliframework/FeatureBase.h"
 #include "interfaces/cli/cliframework/Lexer.h"
 #include "interfaces/cli/cliframework/NoInputErrorResult.h"
 #include "interfaces/cli/cliframework/ParseErrorResult.h"
@@ -98,6 +99,15 @@ std::string refusalOf(const std::string& message, const Words& potentialCommands
 std::string errorAt(const std::string& token) {
     return "Invalid command. Error at or around '" + token + "'.";
 }
+
+class IdleFeature : public FeatureBase {
+public:
+    std::unique_ptr<ResultBase> run(const CommandSpec&, const ParsedCommand&) override {
+        return nullptr;
+    }
+
+    void getPaths(std::vector<CommandSpec>&) override {}
+};
 
 class ParserTest : public ::testing::Test {
 protected:
@@ -400,11 +410,11 @@ TEST_F(ParserTest, NeverFiltersOnHelpAndOutput) {
 }
 
 TEST_F(ParserTest, KeepsTheFeatureOfACommand) {
-    auto* const owner = reinterpret_cast<FeatureBase*>(&parser);
-    commands[6].feature = owner;
+    IdleFeature owner;
+    commands[6].feature = &owner;
     ASSERT_EQ(nullptr, parse({"version"}));
     ASSERT_EQ(1U, commands.size());
-    EXPECT_EQ(owner, commands[0].feature);
+    EXPECT_EQ(&owner, commands[0].feature);
 }
 
 TEST_F(ParserTest, WorksWithoutCommands) {
