@@ -5,6 +5,7 @@ set(TAVIK_INSTALL_DIR "/opt/norvo/tavik" CACHE STRING
 option(TAVIK_LINK_VMKMGMT "Link the ESXi host's management library libvmkmgmt.so" OFF)
 option(TAVIK_BUILD_TESTS "Build the tests" ON)
 option(TAVIK_BUILD_BENCH "Build the benchmarks" OFF)
+option(TAVIK_BUILD_DEMO "Build the ready-made feature library that answers without any drive" OFF)
 option(TAVIK_BUILD_FUZZERS "Build the fuzz targets (clang only)" OFF)
 set(TAVIK_SANITIZE "" CACHE STRING "Sanitizers for every target, as -fsanitize takes them, such as address,undefined")
 

@@ -11,8 +11,9 @@ namespace orvel::core::global_logging {
 
 using boost::log::trivial::severity_level;
 
-/// Sets the sink up, with no stream attached and logging disabled. Until it ran, nothing is
-/// written anywhere. Running it again starts afresh.
+/// Sets the sink up, with no stream attached, logging disabled and every severity let through.
+/// Until it ran, nothing is written anywhere, and enabling anything has no effect. Running it
+/// again starts afresh.
 void initialize();
 
 void enable();
@@ -26,12 +27,14 @@ void disableConsole();
 void enableFile();
 void disableFile();
 
-/// Names the log file; an open log moves to it at once.
+/// Names the log file; an open log moves to it at once. The name survives `initialize`.
 void setFile(const std::string& name, bool append);
 
 void enableString();
 void disableString();
 void clearString();
+
+/// Null before `initialize`, which makes a new one each time.
 std::shared_ptr<std::stringstream> getString();
 
 /// Drops what is less severe than `level`.
@@ -56,6 +59,14 @@ void writePlain(severity_level severity, const std::string& text);
 
 /// Whether a record of this severity would be written: lets callers skip composing one.
 bool isWritten(severity_level severity);
+
+// The parts of a message's form.
+
+/// The path without its directories.
+std::string leafName(const std::string& path);
+
+/// The function's name without any qualifier.
+std::string bareName(const std::string& function);
 
 }  // namespace orvel::core::global_logging
 

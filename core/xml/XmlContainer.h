@@ -18,9 +18,6 @@ public:
     ~XmlContainer() override;
 
     void toXml(std::string& text) const override;
-    std::vector<std::unique_ptr<XmlElement>> find(const std::string& type, const std::string& key,
-                                                  const std::string& value,
-                                                  bool includeSelf) const override;
     bool isEmpty() const override;
 
     // Each takes the element over and returns it in place.
@@ -37,6 +34,8 @@ public:
 protected:
     explicit XmlContainer(std::string type);
     XmlContainer(const XmlContainer& other);
+
+    void collect(const Query& query, Matches& found) const override;
 
     std::vector<std::unique_ptr<XmlList>> lists;
     std::vector<std::unique_ptr<XmlProperty>> properties;

@@ -39,6 +39,9 @@ public:
     /// The value in place, or null for an absent key.
     const std::string* findAttribute(std::string_view key) const;
     void setAttribute(const std::string& key, std::string value);
+
+    /// Replaces all attributes by `rows`, in any order. Of rows with one key the last counts.
+    void setAttributes(Attributes::sequence_type rows);
     void removeAttribute(const std::string& key);
     void clearAttributes();
 
@@ -53,6 +56,27 @@ protected:
     explicit XmlElement(std::string type);
     XmlElement(const XmlElement&) = default;
     XmlElement& operator=(const XmlElement&) = default;
+
+    /// What `find` looks for.
+    struct Query {
+        const std::string& type;
+        const std::string& key;
+        const std::string& value;
+        bool includeSelf;
+    };
+
+    using Matches = std::vector<std::unique_ptr<XmlElement>>;
+
+    /// Appends a copy of each match of this subtree to `found`.
+    virtual void collect(const Query& query, Matches& found) const;
+
+    /// `collect` of another element, which a derived class may not call by itself.
+    static void collectFrom(const XmlElement& element, const Query& query, Matches& found) {
+        element.collect(query, found);
+    }
+
+    /// Appends a copy of this element to `found` if it matches, whatever `includeSelf` says.
+    void collectSelf(const Query& query, Matches& found) const;
 
     /// Writes each attribute as a blank, the key and the escaped value in double quotes.
     void writeAttributes(std::string& text) const;

@@ -20,9 +20,6 @@ public:
     ~XmlList() override;
 
     void toXml(std::string& text) const override;
-    std::vector<std::unique_ptr<XmlElement>> find(const std::string& type, const std::string& key,
-                                                  const std::string& value,
-                                                  bool includeSelf) const override;
     std::unique_ptr<XmlElement> clone() const override;
     bool isEmpty() const override;
 
@@ -30,6 +27,9 @@ public:
     XmlObject& addObject(std::unique_ptr<XmlObject> object);
 
     const std::vector<std::unique_ptr<XmlObject>>& getObjects() const { return objects; }
+
+protected:
+    void collect(const Query& query, Matches& found) const override;
 
 private:
     std::vector<std::unique_ptr<XmlObject>> objects;

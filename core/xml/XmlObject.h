@@ -3,7 +3,10 @@
 
 #include "core/xml/XmlContainer.h"
 
+#include <cstddef>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace orvel::core::xml {
@@ -31,6 +34,12 @@ public:
     void removeProperties(const std::vector<std::string>& names);
 
     std::unique_ptr<XmlElement> clone() const override;
+
+private:
+    /// How often each name is to be erased from every object; the keys are the caller's.
+    using Removals = std::unordered_map<std::string_view, std::size_t>;
+
+    void removeProperties(const Removals& removals);
 };
 
 }  // namespace orvel::core::xml

@@ -53,6 +53,10 @@ std::string toLower(std::string text) {
     return text;
 }
 
+bool isBlank(std::string_view text) {
+    return text.find_first_not_of(" \t") == std::string_view::npos;
+}
+
 std::string trim(const std::string& text) {
     const auto first = text.find_first_not_of(" \t");
     const auto last = text.find_last_not_of(" \t");
@@ -99,6 +103,16 @@ std::vector<std::string> split(const char* text, char separator) {
         pieces.push_back(trim(std::string(begin, cut)));
         if (cut == end) return pieces;
         begin = cut + 1;
+    }
+}
+
+std::vector<std::string> splitNonBlank(std::string_view text, char separator) {
+    std::vector<std::string> pieces;
+    for (;;) {
+        const std::string_view piece = text.substr(0, text.find(separator));
+        if (!isBlank(piece)) pieces.push_back(trim(std::string(piece)));
+        if (piece.size() == text.size()) return pieces;
+        text.remove_prefix(piece.size() + 1);
     }
 }
 

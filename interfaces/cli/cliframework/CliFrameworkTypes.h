@@ -120,6 +120,9 @@ extern const CommandPart PROPERTY_NAME;
 /// A copy of `text` with `tolower` applied to each byte.
 std::string toLower(std::string text);
 
+/// Whether `text` is empty or holds nothing but blanks and tabs.
+bool isBlank(std::string_view text);
+
 /// The text from the first to the last character that is neither blank nor tab. Throws
 /// std::out_of_range if there is no such character: callers hand over non-blank text.
 std::string trim(const std::string& text);
@@ -138,5 +141,8 @@ std::string tokenTypeToString(TokenType type);
 /// Cuts `text` at each `separator`; each piece goes through `trim`, whose exception it inherits
 /// for blank pieces.
 std::vector<std::string> split(const char* text, char separator);
+
+/// As `split`, but leaves blank pieces out: for text as a user typed it. Never throws for them.
+std::vector<std::string> splitNonBlank(std::string_view text, char separator);
 
 }  // namespace cli::framework

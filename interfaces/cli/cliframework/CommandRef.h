@@ -3,6 +3,8 @@
 
 #include "interfaces/cli/cliframework/CommandSpec.h"
 
+#include <utility>
+
 namespace cli::framework {
 
 class FeatureBase;

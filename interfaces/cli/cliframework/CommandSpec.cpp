@@ -77,7 +77,7 @@ std::string CommandSpec::asStr() const {
     text += listToString(targets, false);
     text += listToString(properties, true);
     // A spec without a verb and parts is blank, which `trim` does not take.
-    return text == " " ? std::string() : trim(text);
+    return isBlank(text) ? std::string() : trim(text);
 }
 
 }  // namespace cli::framework

@@ -11,6 +11,8 @@
 
 namespace cli::framework {
 
+class Parser;
+
 /// Holds the registry of features, collects every command that they declare, narrows these down
 /// to the one that the line means, and calls its feature. One thread.
 class Framework {
@@ -23,8 +25,8 @@ public:
 
     ~Framework();
 
-    /// Takes `feature` over and returns true; a key that is present changes nothing and the
-    /// feature stays with the caller.
+    /// Takes `feature` over and returns true. With a key that is present nothing changes and the
+    /// feature stays with the caller; null is not taken either.
     bool addFeature(const std::string& key, std::unique_ptr<FeatureBase>&& feature);
     void removeFeature(const std::string& key);
     void clearFeatureList();
@@ -43,6 +45,10 @@ public:
     /// Drops each command of which a required part of the kind `tokenType` was not found.
     void filterIncompleteCommands(TokenType tokenType, std::vector<CommandRef>& commands);
 
+    /// Carries out the one command that `parser` left: checks what the line says, then runs the
+    /// command's feature, or its help if the line has -help.
+    static std::unique_ptr<ResultBase> runCommand(const CommandRef& command, const Parser& parser);
+
     /// The list of parts of a kind; null for kinds that have none.
     static const std::vector<CommandPart>* getCommandPart(TokenType tokenType,
                                                           const CommandSpec& command);
@@ -57,6 +63,17 @@ public:
 
 private:
     Framework() = default;
+
+    /// Drops the commands whose required parts are missing from the line.
+    void narrow(std::vector<CommandRef>& commands);
+
+    /// As `narrow`, for a line that asks for help: only as far as needed to tell which command
+    /// is meant.
+    void narrowForHelp(std::vector<CommandRef>& commands);
+
+    /// Runs the command left; none left and more than one left are refused.
+    std::unique_ptr<ResultBase> runOnlyCommand(const std::vector<CommandRef>& commands,
+                                               const Parser& parser);
 
     std::map<std::string, std::unique_ptr<FeatureBase>> features;
     std::vector<CommandSpec> filteredCommands;  ///< dropped during the current `execute`

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace cli::framework {
@@ -31,6 +32,15 @@ public:
     void setShouldWrap(bool flag) { shouldWrap = flag; }
 
 private:
+    std::string fullPage() const;
+    std::string usageList() const;
+
+    // Each appends its text to `text`.
+    void wrapText(std::size_t indent, std::size_t width, std::string_view words,
+                  std::string& text) const;
+    void listToString(const std::vector<CommandPart>& parts, bool isProperty, std::size_t indent,
+                      std::size_t width, std::string& text) const;
+
     std::vector<CommandSpec> commands;
     bool showFull = false;
     bool shouldWrap = true;

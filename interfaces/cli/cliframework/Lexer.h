@@ -4,6 +4,7 @@
 #include "interfaces/cli/cliframework/CliFrameworkTypes.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace cli::framework {
@@ -21,6 +22,9 @@ public:
     std::vector<Token> tokenize(const std::vector<std::string>& words) const;
 
 private:
+    /// The token of one piece: with the entry's spelling if a vocabulary has it, as typed if not.
+    Token classify(std::string_view item) const;
+
     std::vector<std::string> verbs;
     std::vector<std::string> targets;
     std::vector<std::string> options;

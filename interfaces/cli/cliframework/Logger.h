@@ -4,6 +4,7 @@
 #include "interfaces/cli/cliframework/LogChannelBase.h"
 #include "interfaces/cli/cliframework/LogEntry.h"
 
+#include <ostream>
 #include <sstream>
 #include <string>
 
@@ -36,6 +37,15 @@ public:
     /// Logs the text streamed in so far as one entry at the current level, then empties the
     /// buffer and clears the stream's state.
     void flushLine();
+
+    /// Writes one line at the current level: the text, a newline, `flushLine`. `compose` makes the
+    /// text and is called only if the line passes.
+    template <typename Compose>
+    void writeLine(Compose compose) {
+        if (!passes(level)) return;
+        *this << compose() << std::endl;
+        flushLine();
+    }
 
 private:
     LogChannelBase* channel = nullptr;  ///< borrowed; null drops every entry

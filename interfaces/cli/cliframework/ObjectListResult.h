@@ -35,6 +35,9 @@ public:
     Entries::const_iterator end() const { return entries.end(); }
 
 private:
+    /// One width for each property of the first entry, which must be there.
+    std::vector<std::size_t> columnWidths() const;
+
     Entries entries;
     std::string root = "Root";
 };

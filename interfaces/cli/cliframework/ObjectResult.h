@@ -29,9 +29,16 @@ public:
     std::string outputJson() const override;
     std::string outputCSV() const override;
 
+    /// Appends `list` to `stream` as JSON members, `prefix` in front of each name. The last one
+    /// has a comma behind it if this object has children.
+    void OutputPropertyJson(const Properties& list, std::string_view prefix,
+                            std::string& stream) const;
+
     void setRoot(std::string name);
 
     std::string getRoot() const { return root; }
+
+    // A child or a cell is never null.
 
     /// Appends a child, which `key` renames.
     void insert(const std::string& key, std::unique_ptr<ObjectResult> child);
@@ -55,6 +62,19 @@ public:
     static std::string tab;  ///< indentation of the object being rendered
 
 private:
+    using Writer = void (ObjectResult::*)(std::string& text) const;
+    using Operation = std::string (ObjectResult::*)() const;
+
+    // Each appends this object to `text`, in the form of the operation of its name.
+    void writeText(std::string& text) const;
+    void writeXml(std::string& text) const;
+    void writeJson(std::string& text) const;
+    void writeCsv(std::string& text) const;
+
+    /// Appends what the virtual `operation` of `child` gives; `writer` is its form in this class.
+    static void writeChild(const ObjectResult& child, Writer writer, Operation operation,
+                           std::string& text);
+
     std::string root;
     Children children;
     Properties properties;

@@ -18,10 +18,6 @@ public:
     using Property = std::pair<std::string, std::shared_ptr<const ResultBase>>;
     using Properties = std::vector<Property>;
 
-    PropertyListResult() = default;
-    PropertyListResult(const PropertyListResult&) = default;
-    PropertyListResult& operator=(const PropertyListResult&) = default;
-
     std::string outputText() const override;
     std::string outputXml() const override;
     std::string outputEsxXml() const override;
@@ -33,7 +29,7 @@ public:
     const std::string& getName() const { return root; }
 
     void insert(std::string key, std::string value);
-    void insert(std::string key, std::shared_ptr<const ResultBase> cell);
+    void insert(std::string key, std::shared_ptr<const ResultBase> cell);  ///< never null
 
     std::size_t getCount() const { return properties.size(); }
 

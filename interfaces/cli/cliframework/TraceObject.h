@@ -4,7 +4,7 @@
 namespace cli::framework {
 
 /// Logs "Entering " and the name at construction, "Exiting " and the name at destruction, at
-/// level 3. `sourcePath` is the unit's path without its extension.
+/// level 3. Callers hand over `__FILE__`, which the build cuts to the path from the root.
 class TraceObject {
 public:
     TraceObject(const char* sourcePath, const char* functionName, int line);

@@ -1,0 +1,207 @@
+#include "tool/DriveResponse.h"
+
+#include "core/Attribute.h"
+#include "core/AttributeTable.h"
+#include "core/Files.h"
+#include "core/Payload.h"
+#include "core/Strings.h"
+#include "core/XmlConverter.h"
+#include "core/xml/Vocabulary.h"
+#include "core/xml/XmlProperty.h"
+#include "interfaces/cli/cliframework/SimpleResult.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <map>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace tavik::norvossd {
+
+namespace {
+
+using cli::framework::ErrorResult;
+using cli::framework::ObjectResult;
+using cli::framework::ResultBase;
+using cli::framework::SimpleResult;
+using cli::framework::stringsIEqual;
+using orvel::core::Attribute;
+using orvel::core::Payload;
+using orvel::core::Status;
+using orvel::core::XmlConverter;
+namespace files = orvel::core::files;
+namespace strings = orvel::core::strings;
+namespace xml = orvel::core::xml;
+
+/// Properties that no output shows.
+const std::vector<std::string>& hiddenAttributes() {
+    static const std::vector<std::string> NAMES = {"VendorUniqueIdentifyPayload"};
+    return NAMES;
+}
+
+/// The attribute in place, or empty.
+std::string_view attributeOf(const xml::XmlElement& element, std::string_view key) {
+    const std::string* const value = element.findAttribute(key);
+    return value != nullptr ? std::string_view(*value) : std::string_view();
+}
+
+bool hasCategory(const xml::XmlElement& element, std::string_view category) {
+    return stringsIEqual(attributeOf(element, xml::tags::Category), category);
+}
+
+const xml::XmlObject* firstOfCategory(const xml::XmlObject& parent, std::string_view category) {
+    const auto& objects = parent.getObjects();
+    const auto hit = std::find_if(objects.begin(), objects.end(), [category](const auto& object) {
+        return hasCategory(*object, category);
+    });
+    return hit != objects.end() ? hit->get() : nullptr;
+}
+
+std::string doubleBackslashes(std::string_view text) {
+    std::string doubled;
+    doubled.reserve(text.size());
+    for (const char character : text) {
+        doubled += character;
+        if (character == '\\') doubled += character;
+    }
+    return doubled;
+}
+
+std::string labelOf(const xml::XmlElement& element, std::string_view separator) {
+    std::string label(attributeOf(element, xml::tags::Name));
+    const auto key = attributeOf(element, xml::tags::Key);
+    if (!key.empty()) {
+        label += separator;
+        label += key;
+    }
+    return label;
+}
+
+void insertProperty(ObjectResult& result, const xml::XmlProperty& property, bool ofStatus) {
+    std::string name = doubleBackslashes(attributeOf(property, xml::tags::Name));
+    const auto value = attributeOf(property, xml::tags::Value);
+    const auto description = attributeOf(property, xml::tags::Description);
+    if (!description.empty()) {
+        name += " - ";
+        name += description;
+    }
+    if (!ofStatus) {
+        result.insert(std::move(name), std::string(value));
+    } else if (stringsIEqual(name, "Message")) {
+        result.insert("Status", std::string(value));
+    } else if (stringsIEqual(name, "Code") && value != "0") {
+        result.setErrorCode(3);
+    }
+}
+
+std::unique_ptr<ObjectResult> attributesToResult(const xml::XmlObject& object) {
+    std::map<std::string, std::string> lines;
+    for (const Attribute& attribute : XmlConverter::toAttributes(object)) {
+        std::string value = doubleBackslashes(attribute.valueAsString());
+        if (!attribute.getDescription().empty()) value += " " + attribute.getDescription();
+        lines[attribute.getName()] = std::move(value);
+    }
+    auto result = std::make_unique<ObjectResult>();
+    for (auto& [name, value] : lines) {
+        result->insert(name, std::move(value));
+    }
+    return result;
+}
+
+/// Writes one drive's payload to `destination`.
+std::unique_ptr<ResultBase> savePayload(const xml::XmlObject& drive,
+                                        const std::string& destination) {
+    const xml::XmlObject* const payload = firstOfCategory(drive, xml::categories::Payload);
+    if (payload == nullptr) return std::make_unique<ErrorResult>(2, "No Payload data found");
+
+    const std::string name = drive.getAttribute(xml::tags::Name);
+    const Payload bytes = strings::hexToBytes(payload->getAttribute(xml::tags::Value));
+    const std::string_view contents(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    if (!files::replace(destination, contents)) {
+        return std::make_unique<ErrorResult>(5,
+                                             "Failed to write " + name + " data to " + destination);
+    }
+    return std::make_unique<SimpleResult>("Successfully written " + name + " data to " +
+                                          destination);
+}
+
+}  // namespace
+
+std::unique_ptr<ErrorResult> checkResponseStatus(const xml::XmlElement& element, Status& status) {
+    const auto hits =
+        element.find(xml::XmlObject::_type, xml::tags::Category, xml::categories::Status, true);
+    if (hits.size() != 1) return nullptr;
+
+    std::string category;
+    std::string code;
+    std::string message;
+    for (const auto& property : static_cast<const xml::XmlObject&>(*hits.front()).getProperties()) {
+        const auto name = attributeOf(*property, xml::tags::Name);
+        const auto value = attributeOf(*property, xml::tags::Value);
+        if (name == "Category") category = value;
+        if (name == "Code") code = value;
+        if (name == "Message") message = value;
+    }
+    status.set(static_cast<std::int32_t>(strings::toInteger(category)),
+               static_cast<std::int32_t>(strings::toInteger(code)), message);
+    if (strings::toInteger(code) == 0) return nullptr;
+    if (message.empty()) message = "Category = " + category + " Code = " + code;
+    return std::make_unique<ErrorResult>(3, message);
+}
+
+std::unique_ptr<ResultBase> responseToResult(std::unique_ptr<xml::XmlElement> response) {
+    auto* const root = dynamic_cast<xml::XmlObject*>(response.get());
+    if (root == nullptr) return std::make_unique<ObjectResult>();
+    root->removeProperties(hiddenAttributes());
+    const xml::XmlObject* const output = firstOfCategory(*root, xml::categories::Output);
+    if (output == nullptr) return std::make_unique<ObjectResult>();
+    return objectToResult(*output);
+}
+
+std::unique_ptr<ObjectResult> objectToResult(const xml::XmlObject& object) {
+    auto result = std::make_unique<ObjectResult>();
+    const auto description = attributeOf(object, xml::tags::Description);
+    if (!description.empty()) {
+        result->insert(std::string(description),
+                       std::string(attributeOf(object, xml::tags::Value)));
+    }
+    const bool isStatus = hasCategory(object, xml::categories::Status);
+    for (const auto& property : object.getProperties()) {
+        insertProperty(*result, *property, isStatus);
+    }
+    for (const auto& child : object.getObjects()) {
+        if (hasCategory(*child, xml::categories::AttributeList)) {
+            result->insert(child->getAttribute(xml::tags::Key), attributesToResult(*child));
+            continue;
+        }
+        auto sub = objectToResult(*child);
+        // Intended: a code of 0 counts too, so that the last child decides.
+        result->setErrorCode(sub->getErrorCode());
+        result->insert(labelOf(*child, " "), std::move(sub));
+    }
+    return result;
+}
+
+std::unique_ptr<ResultBase> saveOutputPayload(const xml::XmlElement* response,
+                                              std::string destination) {
+    auto result = std::make_unique<ObjectResult>();
+    const auto* const root = dynamic_cast<const xml::XmlObject*>(response);
+    if (root == nullptr) return result;
+    const xml::XmlObject* const output = firstOfCategory(*root, xml::categories::Output);
+    if (output == nullptr) return result;
+
+    const bool destinationGiven = !destination.empty();
+    for (const auto& drive : output->getObjects()) {
+        const std::string label =
+            drive->getAttribute(xml::tags::Name) + "_" + drive->getAttribute(xml::tags::Key);
+        if (!destinationGiven) destination = label + ".bin";
+        Status ignored;
+        std::unique_ptr<ResultBase> outcome = checkResponseStatus(*drive, ignored);
+        if (outcome == nullptr) outcome = savePayload(*drive, destination);
+        result->insert(label, outcome->output());
+    }
+    return result;
+}
+
+}  // namespace tavik::norvossd

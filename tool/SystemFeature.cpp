@@ -1,0 +1,218 @@
+#include "tool/SystemFeature.h"
+
+#include "core/Files.h"
+#include "core/XmlConverter.h"
+#include "core/xml/Vocabulary.h"
+#include "interfaces/cli/cliframework/ErrorResult.h"
+#include "interfaces/cli/cliframework/NotImplementedErrorResult.h"
+#include "interfaces/cli/cliframework/ObjectListResult.h"
+#include "interfaces/cli/cliframework/PropertyListResult.h"
+#include "interfaces/cli/cliframework/SimpleResult.h"
+#include "tool/ToolConfiguration.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+namespace tavik::system {
+
+namespace {
+
+using namespace cli::framework;
+using orvel::core::Attribute;
+using orvel::core::AttributeTable;
+using orvel::core::XmlConverter;
+namespace files = orvel::core::files;
+namespace xml = orvel::core::xml;
+
+constexpr bool REQUIRED = true;
+constexpr bool VALUE_REQUIRED = true;
+
+/// What `show` prints without options; compared ignoring case.
+constexpr const char* DEFAULT_DISPLAY_LIST[] = {"enableLog", "logFile"};
+
+CommandPart targetSystem() {
+    CommandPart part;
+    part.name = "-system";
+    part.required = REQUIRED;
+    part.helpText = "System target is required.";
+    return part;
+}
+
+bool isTrueOrFalse(const std::string& text) {
+    return stringsIEqual(text, "true") || stringsIEqual(text, "false");
+}
+
+bool isSetting(const std::string& name) {
+    return name == configuration::EnableLog().getName() ||
+           name == configuration::EnableLSIAdapter().getName() ||
+           name == configuration::LogFile().getName();
+}
+
+/// The settings that `text` holds, or nothing if it is no valid configuration.
+std::optional<AttributeTable> readSettings(const std::string& text) {
+    if (text.empty()) return std::nullopt;
+    const auto object = configuration::parse(text);
+    if (object == nullptr) return std::nullopt;
+    if (object->getAttribute(xml::tags::Name) != configuration::ROOT_NAME) return std::nullopt;
+
+    AttributeTable settings = XmlConverter::toAttributes(*object);
+    const auto value = [&settings](const Attribute& setting) {
+        return configuration::valueOf(settings, setting.getName());
+    };
+    // An absent setting reads as empty, which none of the three may be.
+    if (!isTrueOrFalse(value(configuration::EnableLog()))) return std::nullopt;
+    if (!isTrueOrFalse(value(configuration::EnableLSIAdapter()))) return std::nullopt;
+    if (value(configuration::LogFile()).empty()) return std::nullopt;
+    return settings;
+}
+
+bool isBlank(std::string_view text) {
+    return text.find_first_not_of(" \t") == std::string_view::npos;
+}
+
+/// The names of a -display value. Blank ones ask for nothing and are kept away from `split`,
+/// which raises on them.
+std::vector<std::string> displayedNames(std::string_view value) {
+    std::string kept;
+    while (!value.empty()) {
+        const auto end = std::min(value.find(','), value.size());
+        const std::string_view piece = value.substr(0, end);
+        if (!isBlank(piece)) {
+            if (!kept.empty()) kept += ',';
+            kept += piece;
+        }
+        value.remove_prefix(std::min(end + 1, value.size()));
+    }
+    if (kept.empty()) return {};
+    return split(kept.c_str(), ',');
+}
+
+}  // namespace
+
+SystemFeature::SystemFeature() : name("System"), configObject(std::make_unique<AttributeTable>()) {
+    configObject->set(configuration::EnableLog());
+    configObject->set(configuration::EnableLSIAdapter());
+    configObject->set(configuration::LogFile());
+    loadConfig();
+}
+
+void SystemFeature::getPaths(std::vector<CommandSpec>& commands) {
+    CommandSpec enableLog(0, configuration::EnableLog().getName(), VERB_SET,
+                          "Enable/Disable TAVIK tool debug log.");
+    enableLog.addOption(OPTION_HELP);
+    enableLog.addTarget(targetSystem());
+    enableLog.addProperty(configuration::EnableLog().getName(), REQUIRED, "'true'|'false'",
+                          VALUE_REQUIRED,
+                          "true = enable TAVIK logging. false = disable TAVIK logging.");
+    commands.push_back(std::move(enableLog));
+
+    CommandSpec logFile(1, configuration::LogFile().getName(), VERB_SET,
+                        "Set the path and filename of the TAVIK log file.");
+    logFile.addOption(OPTION_HELP);
+    logFile.addTarget(targetSystem());
+    logFile.addProperty(configuration::LogFile().getName(), REQUIRED, "file name", VALUE_REQUIRED,
+                        "Valid directory path and file name");
+    commands.push_back(std::move(logFile));
+
+    CommandSpec show(2, "System", VERB_SHOW, "Show TAVIK configuration settings.");
+    show.addOption(OPTION_HELP);
+    show.addOption(OPTION_DISPLAY);
+    show.addOption(OPTION_ALL);
+    show.addTarget(targetSystem());
+    commands.push_back(std::move(show));
+}
+
+std::unique_ptr<ResultBase> SystemFeature::run(const CommandSpec& command,
+                                               const ParsedCommand& parsed) {
+    switch (command.id) {
+    case 0:
+        return setProperty(configuration::EnableLog(), parsed);
+    case 1:
+        return setProperty(configuration::LogFile(), parsed);
+    case 2:
+        return showConfig(parsed);
+    // Intended: no command carries this id. The adapter is switched by editing the file.
+    case 3:
+        return setProperty(configuration::EnableLSIAdapter(), parsed);
+    default:
+        return std::make_unique<NotImplementedErrorResult>(command.id, name);
+    }
+}
+
+void SystemFeature::loadConfig() {
+    if (auto settings = readSettings(configuration::readText())) {
+        *configObject = std::move(*settings);
+        return;
+    }
+    saveConfig();
+}
+
+bool SystemFeature::saveConfig() const {
+    const auto object = XmlConverter::toXml(*configObject);
+    object->setAttribute(xml::tags::Name, configuration::ROOT_NAME);
+    return files::replace(configuration::getConfigPath(), object->toString());
+}
+
+std::unique_ptr<ResultBase> SystemFeature::setProperty(Attribute descriptor,
+                                                       const ParsedCommand& parsed) {
+    const auto property = parsed.properties.find(descriptor.getName());
+    if (property == parsed.properties.end()) {
+        return std::make_unique<ErrorResult>(7, "Could not find property for: " +
+                                                    descriptor.getName());
+    }
+    const auto& [key, value] = *property;
+    if (stringsIEqual(key, configuration::EnableLog().getName()) ||
+        stringsIEqual(key, configuration::EnableLSIAdapter().getName())) {
+        if (!isTrueOrFalse(value)) {
+            return std::make_unique<ErrorResult>(
+                6,
+                "Invalid value for " + key + " property. Supported values are 'true' and 'false'.");
+        }
+    } else if (!stringsIEqual(key, configuration::LogFile().getName())) {
+        return std::make_unique<ErrorResult>(7, "Invalid property");
+    }
+    descriptor.setValue(value);
+    return writeConfig(descriptor);
+}
+
+std::unique_ptr<ResultBase> SystemFeature::writeConfig(const Attribute& descriptor) {
+    if (isSetting(descriptor.getName())) configObject->set(descriptor);
+    if (!saveConfig()) {
+        return std::make_unique<ErrorResult>(5, "Failed to write TAVIK configuration file. " +
+                                                    configuration::getConfigPath());
+    }
+    return std::make_unique<SimpleResult>("Set " + descriptor.getName() + " successful.");
+}
+
+std::unique_ptr<ResultBase> SystemFeature::showConfig(const ParsedCommand& parsed) const {
+    std::vector<std::string> wanted(std::begin(DEFAULT_DISPLAY_LIST),
+                                    std::end(DEFAULT_DISPLAY_LIST));
+    const auto display = parsed.options.find(OPTION_DISPLAY.name);
+    const bool displayGiven = display != parsed.options.end();
+    if (displayGiven) wanted = displayedNames(display->second);
+    const bool all = parsed.options.contains(OPTION_ALL.name);
+
+    PropertyListResult properties;
+    for (const Attribute& setting : *configObject) {
+        const bool isWanted =
+            std::any_of(wanted.begin(), wanted.end(), [&setting](const std::string& wantedName) {
+                return stringsIEqual(wantedName, setting.getName());
+            });
+        if (all || isWanted) {
+            properties.insert(setting.getName(), setting.valueAsString());
+        }
+    }
+    if (displayGiven) {
+        for (const std::string& wantedName : wanted) {
+            if (!properties.contains(wantedName)) {
+                properties.insert(wantedName, "Property does not exist.");
+            }
+        }
+    }
+    auto result = std::make_unique<ObjectListResult>();
+    result->insert(configuration::ROOT_NAME, properties);
+    return result;
+}
+
+}  // namespace tavik::system

@@ -1,0 +1,36 @@
+// The whole life of a run: make the features, carry the line out, tear down, print the result.
+
+#include "interfaces/cli/cliframework/Framework.h"
+#include "tool/NorvoSSDFeature.h"
+#include "tool/StandardStreams.h"
+#include "tool/SystemFeature.h"
+#include "tool/VersionFeature.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+int main(int argc, char* argv[]) {
+    using cli::framework::Framework;
+
+    tavik::standard_streams::prepare();
+
+    Framework& framework = Framework::getInstance();
+    framework.addFeature("NorvoSSD", std::make_unique<tavik::norvossd::NorvoSSDFeature>());
+    framework.addFeature("Version", std::make_unique<cli::version::VersionFeature>());
+    framework.addFeature("System", std::make_unique<tavik::system::SystemFeature>());
+    if (argc > 0) framework.programName = argv[0];
+
+    const std::vector<std::string> line(argv + (argc > 0 ? 1 : 0), argv + argc);
+    const auto result = framework.execute(line);
+
+    // The feature library is unloaded before a byte of the result is written.
+    Framework::tearDown();
+    if (result == nullptr) return 0;
+
+    const std::int32_t code = result->getErrorCode();
+    // An output that takes no more does not change the outcome of the command.
+    static_cast<void>(tavik::standard_streams::writeOutput(result->output() + '\n'));
+    return code;
+}
