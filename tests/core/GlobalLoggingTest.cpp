@@ -5,17 +5,12 @@
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <cctype>
-#include <cstdio>
-#include <cstdlib>
-#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <iostream>
 #include <iterator>
 #include <string>
@@ -383,13 +378,13 @@ TEST_F(GlobalLogging, KeepsRecordsOfSeveralThreadsApart) {
     EXPECT_EQ(logged(), expected);
 }
 
-// What a fresh process writes: its output is taken by a program of its own, which has not yet
-// initialized the log.
+// What a process writes that has not initialized the log before.
 
-/// Runs this program's hidden test `name` in a process of its own, in `folder`, and returns its
-/// standard output and error from the mark on.
-std::string outputOfFreshProcess(const std::string& folder, const std::string& name) {
-    const std::string program = std::filesystem::canonical("/proc/self/exe").string();
+/// Runs `scenario` of the program that stands beside this one, in `folder`, and returns all that
+/// it wrote to its standard output and error.
+std::string outputOfFreshProcess(const std::string& folder, const char* scenario) {
+    const std::string program =
+        std::filesystem::canonical("/proc/self/exe").replace_filename("fresh_log_process").string();
     const std::string output = folder + "/output";
     const pid_t child = ::fork();
     if (child == 0) {
@@ -397,9 +392,7 @@ std::string outputOfFreshProcess(const std::string& folder, const std::string& n
         if (file < 0 || ::chdir(folder.c_str()) != 0) ::_exit(126);
         ::dup2(file, STDOUT_FILENO);
         ::dup2(file, STDERR_FILENO);
-        const std::string filter = "--gtest_filter=" + name;
-        ::execl(program.c_str(), program.c_str(), filter.c_str(), "--gtest_also_run_disabled_tests",
-                "--gtest_brief=1", nullptr);
+        ::execl(program.c_str(), program.c_str(), scenario, nullptr);
         ::_exit(127);
     }
     int status = -1;
@@ -408,110 +401,26 @@ std::string outputOfFreshProcess(const std::string& folder, const std::string& n
     return contentsOf(output);
 }
 
-/// Ends the process with code 0, so that nothing but the log could have written.
-[[noreturn]] void endQuietly() {
-    std::clog.flush();
-    ::_exit(0);
-}
-
-void writeAll() {
-    writePlain(severities::fatal, "plain");
-    write(severities::fatal, ORVEL_HERE, "placed");
-}
-
-}  // namespace
-
-TEST(DISABLED_FreshProcess, WritesBeforeInitialize) {
-    writeAll();
-    enable();
-    enableConsole();
-    enableString();
-    enableFile();
-    setSeverity(severities::trace);
-    writeAll();
-    const bool isSilent = !isConsoleEnabled() && !isStringEnabled() && !isFileEnabled() &&
-                          !isWritten(severities::fatal) && getString() == nullptr;
-    disable();
-    disableConsole();
-    disableString();
-    disableFile();
-    clearString();
-    if (!isSilent) ::_exit(1);
-    endQuietly();
-}
-
-TEST(DISABLED_FreshProcess, WritesBeforeEnable) {
-    initialize();
-    writeAll();
-    enableConsole();
-    writeAll();
-    endQuietly();
-}
-
-TEST(DISABLED_FreshProcess, WritesWithoutAStream) {
-    initialize();
-    enable();
-    writeAll();
-    endQuietly();
-}
-
-TEST(DISABLED_FreshProcess, WritesToTheConsole) {
-    initialize();
-    enable();
-    enableConsole();
-    writePlain(severities::fatal, "seen");
-    endQuietly();
-}
-
-TEST(DISABLED_FreshProcess, OpensTheFileOfTheDefaultName) {
-    initialize();
-    enable();
-    enableFile();
-    writePlain(severities::fatal, "seen");
-    disableFile();
-    enableFile();
-    writePlain(severities::fatal, "again");
-    endQuietly();
-}
-
-namespace {
-
-constexpr const char* BANNER = "Note: Google Test filter = ";
-
-/// The output behind the line in which the test framework tells its filter.
-std::string behindBanner(const std::string& output) {
-    return output.starts_with(BANNER) ? output.substr(output.find('\n') + 1) : output;
-}
-
 TEST_F(GlobalLogging, WritesNothingToEitherStreamBeforeInitialize) {
-    EXPECT_EQ(behindBanner(outputOfFreshProcess(folder.path().string(),
-                                                "DISABLED_FreshProcess.WritesBeforeInitialize")),
-              "");
+    EXPECT_EQ(outputOfFreshProcess(folder.path().string(), "before-initialize"), "");
     EXPECT_FALSE(std::filesystem::exists(folder.path("orvel.log")));
 }
 
 TEST_F(GlobalLogging, WritesNothingToEitherStreamBeforeEnable) {
-    EXPECT_EQ(behindBanner(outputOfFreshProcess(folder.path().string(),
-                                                "DISABLED_FreshProcess.WritesBeforeEnable")),
-              "");
+    EXPECT_EQ(outputOfFreshProcess(folder.path().string(), "before-enable"), "");
 }
 
 TEST_F(GlobalLogging, WritesNothingToEitherStreamWithoutAStreamAttached) {
-    EXPECT_EQ(behindBanner(outputOfFreshProcess(folder.path().string(),
-                                                "DISABLED_FreshProcess.WritesWithoutAStream")),
-              "");
+    EXPECT_EQ(outputOfFreshProcess(folder.path().string(), "without-stream"), "");
 }
 
 TEST_F(GlobalLogging, WritesToTheStandardLogStreamOnceAttached) {
-    EXPECT_EQ(withoutTimes(behindBanner(outputOfFreshProcess(
-                  folder.path().string(), "DISABLED_FreshProcess.WritesToTheConsole"))),
+    EXPECT_EQ(withoutTimes(outputOfFreshProcess(folder.path().string(), "console")),
               "[fatal] seen\n");
 }
 
 TEST_F(GlobalLogging, AppendsToOrvelLogInTheWorkingDirectoryByDefault) {
-    EXPECT_EQ(behindBanner(outputOfFreshProcess(
-                  folder.path().string(), "DISABLED_FreshProcess.OpensTheFileOfTheDefaultName")),
-              "");
+    EXPECT_EQ(outputOfFreshProcess(folder.path().string(), "default-file"), "");
     EXPECT_EQ(withoutTimes(contentsOf(folder.path("orvel.log"))), "[fatal] seen\n"
                                                                   "[fatal] again\n");
 }
