@@ -1,9 +1,37 @@
 #include "interfaces/cli/cliframework/CommandSpec.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <utility>
 
 namespace cli::framework {
+
+namespace {
+
+/// Room for the text form of most commands.
+constexpr std::size_t USUAL_LENGTH = 256;
+
+/// Appends each part followed by one blank.
+void appendList(std::string& text, const std::vector<CommandPart>& list, bool isProperty) {
+    for (const CommandPart& part : list) {
+        if (!part.required) text += '[';
+        text += part.name;
+        if (!part.shortName.empty()) {
+            text += '|';
+            text += part.shortName;
+        }
+        if (!part.valueText.empty()) {
+            text += isProperty ? " = " : " ";
+            text += part.valueRequired ? "(" : "[(";
+            text += part.valueText;
+            text += part.valueRequired ? ")" : ")]";
+        }
+        if (!part.required) text += ']';
+        text += ' ';
+    }
+}
+
+}  // namespace
 
 CommandSpec::CommandSpec(std::int32_t id, std::string name, std::string verb, std::string helpText)
     : id(id),
@@ -51,33 +79,23 @@ CommandPart& CommandSpec::addProperty(const std::string& partName, bool required
 
 std::string CommandSpec::listToString(const std::vector<CommandPart>& list, bool isProperty) {
     std::string text;
-    for (const CommandPart& part : list) {
-        if (!part.required) text += '[';
-        text += part.name;
-        if (!part.shortName.empty()) {
-            text += '|';
-            text += part.shortName;
-        }
-        if (!part.valueText.empty()) {
-            text += isProperty ? " = " : " ";
-            text += part.valueRequired ? "(" : "[(";
-            text += part.valueText;
-            text += part.valueRequired ? ")" : ")]";
-        }
-        if (!part.required) text += ']';
-        text += ' ';
-    }
+    appendList(text, list, isProperty);
     return text;
 }
 
 std::string CommandSpec::asStr() const {
-    std::string text = verb;
+    std::string text;
+    text.reserve(USUAL_LENGTH);
+    text += verb;
     text += ' ';
-    text += listToString(options, false);
-    text += listToString(targets, false);
-    text += listToString(properties, true);
+    appendList(text, options, false);
+    appendList(text, targets, false);
+    appendList(text, properties, true);
     // A spec without a verb and parts is blank, which `trim` does not take.
-    return isBlank(text) ? std::string() : trim(text);
+    const auto last = text.find_last_not_of(" \t");
+    text.resize(last == std::string::npos ? 0 : last + 1);
+    text.erase(0, text.find_first_not_of(" \t"));
+    return text;
 }
 
 }  // namespace cli::framework
