@@ -2,7 +2,6 @@
 
 #include "interfaces/cli/cliframework/Logger.h"
 
-#include <ostream>
 #include <utility>
 
 namespace cli::framework {
@@ -28,8 +27,7 @@ std::string ErrorResult::getErrorString() const {
 std::string ErrorResult::outputText() const {
     const std::string word = getErrorString();
     // Intended: no separator between the two in the log.
-    logger << word << getText() << std::endl;
-    logger.flushLine();
+    logger.writeLine([this, &word] { return word + getText(); });
 
     std::string text;
     if (!detail.empty()) text = detail + ": ";

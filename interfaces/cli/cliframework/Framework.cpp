@@ -11,7 +11,7 @@
 #include <algorithm>
 #include <iterator>
 #include <optional>
-#include <ostream>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -42,17 +42,8 @@ constexpr ShortOption shortOptionMap[] = {
 
 // clang-format on
 
-/// Logs what `compose` streams as one line. Nothing is composed unless a channel will get it.
-template <typename Compose>
-void logLine(const Compose& compose) {
-    if (!logger.passes(logger.getLevel())) return;
-    compose(logger);
-    logger << std::endl;
-    logger.flushLine();
-}
-
 void logCount(const char* what, const std::vector<CommandRef>& commands) {
-    logLine([&](std::ostream& line) { line << what << commands.size(); });
+    logger.writeLine([&] { return what + std::to_string(commands.size()); });
 }
 
 /// Looks at the words as typed: "-H" asks for help, "-h=1" does not.
@@ -63,10 +54,11 @@ bool helpRequested(int argc, const char* const* argv) {
 }
 
 std::unique_ptr<ResultBase> refuseConflict(const std::vector<CommandRef>& commands) {
-    logLine([&](std::ostream& line) {
-        line << "The conflicting commands are: ";
+    logger.writeLine([&] {
+        std::string text = "The conflicting commands are: ";
         for (const CommandRef& command : commands)
-            line << '"' << command.asStr() << "\" ";
+            text += '"' + command.asStr() + "\" ";
+        return text;
     });
     return std::make_unique<ErrorResult>(
         1, "The command list had more than one after filtering. This means that there might be "
@@ -104,7 +96,9 @@ void Framework::removeFeature(const std::string& key) {
 }
 
 void Framework::clearFeatureList() {
-    features.clear();
+    // One by one: a map cleared as a whole destroys its entries in no order of the keys.
+    while (!features.empty())
+        features.erase(features.begin());
 }
 
 std::unique_ptr<ResultBase> Framework::execute(const std::vector<std::string>& args) {
@@ -124,12 +118,11 @@ std::unique_ptr<ResultBase> Framework::execute(int argc, const char* const* argv
     }
 
     filteredCommands.clear();
-    logLine([&](std::ostream& line) { line << "Executing: " << tokenArrayToString(argc, argv); });
+    logger.writeLine([&] { return "Executing: " + tokenArrayToString(argc, argv); });
     std::vector<CommandRef> commands = buildCommands();
     logCount("Commands to consider: ", commands);
     const std::vector<Token> tokens = tokenize(argc, argv, commands);
-    logLine(
-        [&](std::ostream& line) { line << "Tokenized input is: " << tokenArrayToString(tokens); });
+    logger.writeLine([&] { return "Tokenized input is: " + tokenArrayToString(tokens); });
 
     Parser parser;
     std::unique_ptr<ResultBase> result = parser.parse(tokens, &commands);
@@ -151,9 +144,7 @@ std::unique_ptr<ResultBase> Framework::execute(int argc, const char* const* argv
 // The value of a required part may be missing from a line that asks for help.
 void Framework::narrowForHelp(std::vector<CommandRef>& commands) {
     if (commands.size() < 2) {
-        logLine([](std::ostream& line) {
-            line << "Command filtering check skipped due to help option: ";
-        });
+        logger.writeLine([] { return "Command filtering check skipped due to help option: "; });
         return;
     }
     filterIncompleteCommands(TokenType::Target, commands);
@@ -193,7 +184,7 @@ std::unique_ptr<ResultBase> Framework::runCommand(const CommandRef& command, con
     std::optional<HelpFeature> help;
     if (parsed.options.contains(OPTION_HELP.name)) feature = &help.emplace(command);
 
-    logLine([&](std::ostream& line) { line << "Executing: " << command.asStr(); });
+    logger.writeLine([&] { return "Executing: " + command.asStr(); });
     if (auto refusal = feature->validate(parsed)) return refusal;
     if (auto refusal = parser.checkParsedCommand(command)) return refusal;
     return feature->run(command, parsed);
@@ -259,11 +250,11 @@ void Framework::filterIncompleteCommands(TokenType tokenType, std::vector<Comman
                          [](const CommandPart& part) { return part.required && !part.found; });
         if (missing == parts->end()) continue;
 
-        logLine([&](std::ostream& line) {
-            line << tokenTypeToString(tokenType) << " '" << missing->name
-                 << "' required, but not found?";
+        logger.writeLine([&] {
+            return tokenTypeToString(tokenType) + " '" + missing->name +
+                   "' required, but not found?";
         });
-        logLine([&](std::ostream& line) { line << "Removing: " << command.asStr(); });
+        logger.writeLine([&] { return "Removing: " + command.asStr(); });
         filteredCommands.push_back(static_cast<CommandSpec&&>(std::move(command)));
         commands.erase(commands.begin() + static_cast<std::ptrdiff_t>(index));
     }

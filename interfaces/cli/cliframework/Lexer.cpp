@@ -68,11 +68,7 @@ Lexer::Lexer(std::vector<std::string> verbs, std::vector<std::string> targets,
 
 std::vector<Token> Lexer::tokenize(int argc, const char* const* argv) const {
     const TraceObject trace(__FILE__, __func__, __LINE__);
-    std::vector<std::string> words;
-    for (int index = 0; index < argc; ++index) {
-        words.emplace_back(argv[index]);
-    }
-    return tokenize(words);
+    return tokenize(std::vector<std::string>(argv, argv + std::max(argc, 0)));
 }
 
 std::vector<Token> Lexer::tokenize(const std::vector<std::string>& words) const {
