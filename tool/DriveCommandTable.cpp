@@ -1,7 +1,6 @@
 #include "tool/DriveCommandTable.h"
 
 #include "core/Attribute.h"
-#include "features/DeviceAttributes.h"
 #include "features/JobProperties.h"
 
 #include <algorithm>
@@ -158,7 +157,7 @@ constexpr CommandRow COMMANDS[] = {
     "Set the SATA device's PHY configuration. The device must be power cycled after changing the "
     "configuration.",
     {&DRIVE_REQUIRED}, {&OPTION_HELP},
-    {{device_attributes::PhyConfig, REQUIRED, "0|1|2|3", Value::required,
+    {{phy_config::PhyConfig, REQUIRED, "0|1|2|3", Value::required,
       "0 = Default enterprise settings. 1 = Client settings. 2 = Alternate enterprise settings. "
       "3 = Server settings."}}},
   {  4, VERB_SET,     "PhysicalSectorSize",
@@ -210,7 +209,7 @@ constexpr CommandRow COMMANDS[] = {
   {  9, VERB_SET,     "SSCEnabled",
     "Enable or disable the device's spread spectrum clocking (SSC) feature.",
     {&DRIVE_REQUIRED}, {&OPTION_HELP},
-    {{device_attributes::SSCEnabled, REQUIRED, "'true'|'false'", Value::required,
+    {{spread_spectrum_clocking::SSCEnabled, REQUIRED, "'true'|'false'", Value::required,
       "true = enable SSC. false = disable SSC."}}},
   { 10, VERB_SET,     "TemperatureLoggingInterval",
     "Set the SATA device's temperature logging interval time.",
@@ -285,12 +284,12 @@ constexpr CommandRow COMMANDS[] = {
   { 14, VERB_SET,     "DIPM",
     "Enable or disable the SATA device's DIPM.",
     {&DRIVE_REQUIRED}, {&OPTION_HELP},
-    {{device_attributes::DIPMEnabled, REQUIRED, "'true' | 'false'", Value::required,
+    {{dipm::DIPMEnabled, REQUIRED, "'true' | 'false'", Value::required,
       "true = enable DIPM. false = disable DIPM."}}},
   { 16, VERB_SET,     "WriteCache",
     "Enable or disable the SATA device's Write Cache via set features.",
     {&DRIVE_REQUIRED}, {&OPTION_HELP},
-    {{device_attributes::WriteCacheEnabled, REQUIRED, "'true' | 'false'", Value::required,
+    {{write_cache::WriteCacheEnabled, REQUIRED, "'true' | 'false'", Value::required,
       "true = enable Write Cache. false = disable Write Cache."}}},
   { 13, VERB_SET,     "WriteCacheReorderingState",
     "Enable or disable the SATA device's write cache reordering state.",
@@ -427,11 +426,14 @@ CommandPart toPart(const TargetRow& row) {
 
 CommandSpec toSpec(const CommandRow& row) {
     CommandSpec spec(row.id, row.name, row.verb, row.helpText);
+    // The framework adds two options to each command.
+    spec.options.reserve(std::size(row.options) + 2);
     for (const CommandPart* option : row.options) {
         if (option != nullptr) spec.addOption(*option);
     }
+    spec.targets.reserve(std::size(row.targets));
     for (const TargetRow* target : row.targets) {
-        if (target != nullptr) spec.addTarget(toPart(*target));
+        if (target != nullptr) CommandSpec::addPart(spec.targets, toPart(*target));
     }
     for (const PropertyRow& property : row.properties) {
         if (property.descriptor == nullptr) break;

@@ -1,10 +1,12 @@
 // Tests of the plain string functions and the operating-system helpers beside them.
 #include "core/Strings.h"
 
+#include "tests/support/TemporaryFolder.h"
+
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <cstdint>
+#include <filesystem>
 #include <limits>
 #include <numeric>
 #include <string>
@@ -29,8 +31,6 @@ std::vector<std::uint8_t> countingBytes(std::size_t size) {
     std::iota(bytes.begin(), bytes.end(), std::uint8_t{0});
     return bytes;
 }
-
-// --- comparison
 
 struct ComparisonRow {
     const char* text;
@@ -115,8 +115,6 @@ TEST(Strings, CallsBytesOutside0x20To0x7ENotAscii) {
     EXPECT_TRUE(isNotAscii('\0'));
 }
 
-// --- tests on text
-
 struct FormRow {
     const char* text;
     bool numeric, signedNumeric, booleanText, hexadecimal;
@@ -183,8 +181,6 @@ TEST(Strings, TakesNoWideCharacterForTheDigitInItsLowByte) {
     EXPECT_FALSE(isHexadecimal(std::wstring(L"\x0141")));
     EXPECT_EQ(toInteger(std::wstring(L"\x0131")), 0U);
 }
-
-// --- text to value
 
 TEST(Strings, ReadsOnlyTheWordTrueAsTrue) {
     EXPECT_TRUE(toBool(std::string("true")));
@@ -308,8 +304,6 @@ TEST(Strings, ReadsNoBytesFromTextThatIsNotHexadecimalThroughout) {
     }
 }
 
-// --- value to text
-
 TEST(Strings, WritesIntegersInDecimal) {
     EXPECT_EQ(toString(std::int8_t{-128}), "-128");
     EXPECT_EQ(toString(std::int8_t{65}), "65");
@@ -384,8 +378,6 @@ TEST(Strings, WidensAndNarrowsByteByByte) {
     EXPECT_EQ(narrow(L"\x00E4"), "\xE4");
 }
 
-// --- hexadecimal dump
-
 TEST(HexDump, OfNothingIsEmpty) {
     EXPECT_EQ(hexDump(nullptr, 0, 16), "");
     EXPECT_EQ(dumpOf("", 16), "");
@@ -430,8 +422,6 @@ TEST(HexDump, TakesZeroBytesPerLineAsOneLine) {
     EXPECT_EQ(dumpOf("ab", std::numeric_limits<std::size_t>::max()), "0000: 61 62  ab");
 }
 
-// --- size as text
-
 struct CapacityRow {
     std::uint64_t bytes;
     bool decimal;
@@ -471,17 +461,33 @@ TEST(Strings, WritesASizeInTheUnitThatFits) {
     }
 }
 
-// --- operating-system helpers
+/// What a copy of the printing program in `folder` prints.
+std::string printedFolder(const std::filesystem::path& folder) {
+    std::filesystem::create_directories(folder);
+    std::filesystem::copy_file(EXECUTABLE_PATH_PRINTER, folder / "printer");
+    int exitCode = -1;
+    const std::string printed = runCommand("'" + (folder / "printer").string() + "'", "", exitCode);
+    EXPECT_EQ(exitCode, 0);
+    return printed;
+}
 
 TEST(Strings, TellsTheFolderOfTheRunningProgram) {
-    const std::string path = getExecutablePath();
-    EXPECT_TRUE(startsWith(path, "/", false));
-    EXPECT_TRUE(endsWith(path, "/bin/", false));
+    const tavik::testing::TemporaryFolder temporary;
+    EXPECT_EQ(printedFolder(temporary.path() / "a b"), temporary.path("a b") + "/");
+}
+
+TEST(Strings, TellsAFolderWhosePathIsLongerThanTheFirstBuffer) {
+    const tavik::testing::TemporaryFolder temporary;
+    std::filesystem::path folder = temporary.path();
+    for (int i = 0; i < 10; ++i) {
+        folder /= std::string(250, 'x');
+    }
+    EXPECT_EQ(printedFolder(folder), folder.string() + "/");
 }
 
 TEST(RunCommand, CollectsOutputAndErrorsWithoutNewlines) {
     int exitCode = -1;
-    EXPECT_EQ(runCommand("printf 'a\\nb\\n'; echo c >&2; echo", "d", exitCode), "abd");
+    EXPECT_EQ(runCommand("printf 'a\\nb\\n'; echo", "c", exitCode), "abc");
     EXPECT_EQ(exitCode, 0);
     EXPECT_EQ(runCommand("sh -c", "'echo out; echo err >&2'", exitCode), "outerr");
     EXPECT_EQ(exitCode, 0);

@@ -1,9 +1,43 @@
 #include "interfaces/cli/cliframework/CommandSpec.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <utility>
 
 namespace cli::framework {
+
+namespace {
+
+/// Room for the text form of most commands.
+constexpr std::size_t USUAL_LENGTH = 256;
+
+CommandPart* findPart(std::vector<CommandPart>& list, const std::string& name) {
+    const auto held = std::find_if(
+        list.begin(), list.end(), [&name](const CommandPart& entry) { return entry.name == name; });
+    return held != list.end() ? &*held : nullptr;
+}
+
+/// Appends each part followed by one blank.
+void appendList(std::string& text, const std::vector<CommandPart>& list, bool isProperty) {
+    for (const CommandPart& part : list) {
+        if (!part.required) text += '[';
+        text += part.name;
+        if (!part.shortName.empty()) {
+            text += '|';
+            text += part.shortName;
+        }
+        if (!part.valueText.empty()) {
+            text += isProperty ? " = " : " ";
+            text += part.valueRequired ? "(" : "[(";
+            text += part.valueText;
+            text += part.valueRequired ? ")" : ")]";
+        }
+        if (!part.required) text += ']';
+        text += ' ';
+    }
+}
+
+}  // namespace
 
 CommandSpec::CommandSpec(std::int32_t id, std::string name, std::string verb, std::string helpText)
     : id(id),
@@ -12,11 +46,13 @@ CommandSpec::CommandSpec(std::int32_t id, std::string name, std::string verb, st
       helpText(std::move(helpText)) {}
 
 CommandPart& CommandSpec::addPart(std::vector<CommandPart>& list, const CommandPart& part) {
-    const auto held = std::find_if(list.begin(), list.end(), [&part](const CommandPart& entry) {
-        return entry.name == part.name;
-    });
-    if (held != list.end()) return *held;
+    if (CommandPart* const held = findPart(list, part.name)) return *held;
     return list.emplace_back(part);
+}
+
+CommandPart& CommandSpec::addPart(std::vector<CommandPart>& list, CommandPart&& part) {
+    if (CommandPart* const held = findPart(list, part.name)) return *held;
+    return list.emplace_back(std::move(part));
 }
 
 CommandPart& CommandSpec::addOption(const CommandPart& part) {
@@ -34,50 +70,39 @@ CommandPart& CommandSpec::addProperty(const CommandPart& part) {
 CommandPart& CommandSpec::addOption(const std::string& partName, bool required,
                                     const std::string& valueText, bool valueRequired,
                                     const std::string& partHelp, const std::string& shortName) {
-    return addOption({partName, required, valueText, valueRequired, partHelp, shortName});
+    return addPart(options, {partName, required, valueText, valueRequired, partHelp, shortName});
 }
 
 CommandPart& CommandSpec::addTarget(const std::string& partName, bool required,
                                     const std::string& valueText, bool valueRequired,
                                     const std::string& partHelp) {
-    return addTarget({partName, required, valueText, valueRequired, partHelp, ""});
+    return addPart(targets, {partName, required, valueText, valueRequired, partHelp, ""});
 }
 
 CommandPart& CommandSpec::addProperty(const std::string& partName, bool required,
                                       const std::string& valueText, bool valueRequired,
                                       const std::string& partHelp) {
-    return addProperty({partName, required, valueText, valueRequired, partHelp, ""});
+    return addPart(properties, {partName, required, valueText, valueRequired, partHelp, ""});
 }
 
 std::string CommandSpec::listToString(const std::vector<CommandPart>& list, bool isProperty) {
     std::string text;
-    for (const CommandPart& part : list) {
-        if (!part.required) text += '[';
-        text += part.name;
-        if (!part.shortName.empty()) {
-            text += '|';
-            text += part.shortName;
-        }
-        if (!part.valueText.empty()) {
-            text += isProperty ? " = " : " ";
-            text += part.valueRequired ? "(" : "[(";
-            text += part.valueText;
-            text += part.valueRequired ? ")" : ")]";
-        }
-        if (!part.required) text += ']';
-        text += ' ';
-    }
+    appendList(text, list, isProperty);
     return text;
 }
 
 std::string CommandSpec::asStr() const {
-    std::string text = verb;
+    std::string text;
+    text.reserve(USUAL_LENGTH);
+    text += verb;
     text += ' ';
-    text += listToString(options, false);
-    text += listToString(targets, false);
-    text += listToString(properties, true);
-    // A spec without a verb and parts is blank, which `trim` does not take.
-    return isBlank(text) ? std::string() : trim(text);
+    appendList(text, options, false);
+    appendList(text, targets, false);
+    appendList(text, properties, true);
+    // As `trim`, which does not take the blank text of a spec without a verb and parts.
+    text.resize(text.find_last_not_of(" \t") + 1);
+    text.erase(0, text.find_first_not_of(" \t"));
+    return text;
 }
 
 }  // namespace cli::framework
