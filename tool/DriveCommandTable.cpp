@@ -416,31 +416,34 @@ static_assert(std::size(COMMANDS) == 45 && idsAreUnique());
 
 CommandPart toPart(const TargetRow& row) {
     CommandPart part;
-    part.name = Text::literal(row.name);
+    part.name = std::string(row.name);
     part.required = row.presence == REQUIRED;
-    part.valueText = Text::literal(row.valueText);
+    part.valueText = std::string(row.valueText);
     part.valueRequired = row.value == Value::required;
-    part.helpText = Text::literal(row.helpText);
+    part.helpText = std::string(row.helpText);
     part.noValue = row.value == Value::none;
     return part;
 }
 
 CommandSpec toSpec(const CommandRow& row) {
-    CommandSpec spec(row.id, Text::literal(row.name), Text::literal(row.verb),
-                     Text::literal(row.helpText));
+    CommandSpec spec(row.id, std::string(row.name), std::string(row.verb),
+                     std::string(row.helpText));
     // The framework adds two options to each command.
     spec.options.reserve(std::size(row.options) + 2);
     for (const CommandPart* option : row.options) {
-        if (option != nullptr) spec.addOption(*option);
+        if (option == nullptr) break;
+        spec.addOption(*option);
     }
-    spec.targets.reserve(2);
+    spec.targets.reserve(std::size(row.targets));
     for (const TargetRow* target : row.targets) {
-        if (target != nullptr) CommandSpec::addPart(spec.targets, toPart(*target));
+        if (target == nullptr) break;
+        CommandSpec::addPart(spec.targets, toPart(*target));
     }
     for (const PropertyRow& property : row.properties) {
         if (property.descriptor == nullptr) break;
         spec.addProperty(property.descriptor().getName(), property.presence == REQUIRED,
-                         property.valueText, property.value == Value::required, property.helpText);
+                         std::string(property.valueText), property.value == Value::required,
+                         std::string(property.helpText));
     }
     return spec;
 }

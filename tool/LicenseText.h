@@ -1,5 +1,5 @@
-// The fixed texts of the end-user licence agreement. They hold no character that means something
-// to XML or to JSON, so that every output format shows them as they stand.
+// The fixed texts of the end-user licence agreement. They hold no quote, "<" or "&", which
+// no output format escapes. Their line feeds stand raw in JSON, like those of any value.
 #pragma once
 
 namespace cli::version {

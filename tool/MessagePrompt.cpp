@@ -27,11 +27,10 @@ const std::map<std::string, MessagePrompt>& propertyPrompts() {
     static const std::map<std::string, MessagePrompt> PROMPTS = {
         {"TempThreshold",
          {"NOTE: NVMe* 2.5\" Drives begin thermal throttling at 66 deg C and NVMe* AIC drives "
-          "begin "
-          "thermal throttling at 75 deg C. Setting a TempThreshold value above these temperatures "
-          "will mean the drive will start being thermally throttled before the drive generates a "
-          "warning. Please consult the product specifications for the drive being used to set this "
-          "value correctly.",
+          "begin thermal throttling at 75 deg C. Setting a TempThreshold value above these "
+          "temperatures will mean the drive will start being thermally throttled before the drive "
+          "generates a warning. Please consult the product specifications for the drive being used "
+          "to set this value correctly.",
           "Proceed with setting TempThreshold?", SHOW_ONLY}},
     };
     return PROMPTS;

@@ -37,8 +37,10 @@ void prepare() {
 bool writeOutput(std::string_view text) {
     while (!text.empty()) {
         const ssize_t written = ::write(STDOUT_FILENO, text.data(), text.size());
-        if (written >= 0) {
+        if (written > 0) {
             text.remove_prefix(static_cast<std::size_t>(written));
+        } else if (written == 0) {
+            return false;
         } else if (errno == EAGAIN) {
             // Somebody made the stream non-blocking: wait until it takes more.
             pollfd output = {STDOUT_FILENO, POLLOUT, 0};

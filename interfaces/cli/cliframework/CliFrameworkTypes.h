@@ -2,8 +2,6 @@
 // comparing and cutting strings.
 #pragma once
 
-#include "interfaces/cli/cliframework/Text.h"
-
 #include <cstdint>
 #include <map>
 #include <string>
@@ -32,12 +30,12 @@ struct Token {
 
 /// One declared option, target or property of a command.
 struct CommandPart {
-    Text name;                   ///< the word that the line uses, such as "-display"
+    std::string name;            ///< the word that the line uses, such as "-display"
     bool required = false;       ///< the command is complete only if the line names this part
-    Text valueText;              ///< placeholder of the value in usage text; empty: takes none
+    std::string valueText;       ///< placeholder of the value in usage text; empty: takes none
     bool valueRequired = false;  ///< if named, the part must have a non-empty value
-    Text helpText;               ///< one line of description
-    Text shortName;              ///< short form of an option, such as "-d"; may be empty
+    std::string helpText;        ///< one line of description
+    std::string shortName;       ///< short form of an option, such as "-d"; may be empty
     bool noValue = false;        ///< if named, the part must have no value
     bool found = false;          ///< set by the parser when a token matched this part
 };
@@ -104,20 +102,38 @@ inline constexpr const char* ESX_FIELD_VALUE = "<field name=\"Value\">";
 inline constexpr const char* ESX_FIELD_FORMAT = "<field name=\"%s\">";
 inline constexpr const char* ESX_FIELD_END = "</field>";
 
-// Shared parts. `found` is clear in all of them.
-extern const CommandPart OPTION_ALL;
-extern const CommandPart OPTION_DISPLAY;
-extern const CommandPart OPTION_WAIT;
-extern const CommandPart OPTION_FORCE;
-extern const CommandPart OPTION_EXAMINE;
-extern const CommandPart OPTION_SOURCE;
-extern const CommandPart OPTION_SOURCE_REQUIRED;
-extern const CommandPart OPTION_DESTINATION;
-extern const CommandPart OPTION_DESTINATION_REQUIRED;
-extern const CommandPart OPTION_OUTPUT;
-extern const CommandPart OPTION_HELP;
-extern const CommandPart PROPERTY_VERB;
-extern const CommandPart PROPERTY_NAME;
+// Shared parts. `found` is clear in all of them. Intended: `noValue` is clear in OPTION_HELP:
+// FeatureBase::validate refuses a value there in words of its own.
+// clang-format off
+//                                                        name            required value text        value required
+//  help text, short name, no value
+inline const CommandPart OPTION_ALL                  = {"-all",         false, "",                 false,
+    "Display all possible attributes.", "-a", true};
+inline const CommandPart OPTION_DISPLAY              = {"-display",     false, "Property1,...",    true,
+    "Specify which attributes are displayed.", "-d", false};
+inline const CommandPart OPTION_WAIT                 = {"-wait",        false, "",                 false,
+    "Wait for the command to finish before returning.", "-w", true};
+inline const CommandPart OPTION_FORCE                = {"-force",       false, "",                 false,
+    "Force the operation", "-f", true};
+inline const CommandPart OPTION_EXAMINE              = {"-examine",     false, "",                 false,
+    "Examine the source file", "-x", true};
+inline const CommandPart OPTION_SOURCE               = {"-source",      false, "path",             true,
+    "Path to the source file.", "", false};
+inline const CommandPart OPTION_SOURCE_REQUIRED      = {"-source",      true,  "path",             true,
+    "Path to the source file.", "", false};
+inline const CommandPart OPTION_DESTINATION          = {"-destination", false, "path",             true,
+    "Path to the destination file.", "", false};
+inline const CommandPart OPTION_DESTINATION_REQUIRED = {"-destination", true,  "path",             true,
+    "Path to the destination file.", "", false};
+inline const CommandPart OPTION_OUTPUT               = {"-output",      false, "text|nvmxml|json", true,
+    "Change the output format. One of \"text\", \"nvmxml\" or \"json\".", "-o", false};
+inline const CommandPart OPTION_HELP                 = {"-help",        false, "",                 false,
+    "Display help for the command.", "-h", false};
+inline const CommandPart PROPERTY_VERB               = {"verb",         false, "verb",             true,
+    "Commands with verb to show help on.", "", false};
+inline const CommandPart PROPERTY_NAME               = {"Name",         false, "name",             true,
+    "Commands to show help on.", "", false};
+// clang-format on
 
 /// A copy of `text` with `tolower` applied to each byte.
 std::string toLower(std::string text);

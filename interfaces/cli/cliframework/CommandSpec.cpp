@@ -20,26 +20,14 @@ CommandPart* findPart(std::vector<CommandPart>& list, std::string_view name) {
 /// Appends each part followed by one blank.
 void appendList(std::string& text, const std::vector<CommandPart>& list, bool isProperty) {
     for (const CommandPart& part : list) {
-        if (!part.required) text += '[';
-        text += part.name;
-        if (!part.shortName.empty()) {
-            text += '|';
-            text += part.shortName;
-        }
-        if (!part.valueText.empty()) {
-            text += isProperty ? " = " : " ";
-            text += part.valueRequired ? "(" : "[(";
-            text += part.valueText;
-            text += part.valueRequired ? ")" : ")]";
-        }
-        if (!part.required) text += ']';
+        CommandSpec::appendPart(text, part, isProperty);
         text += ' ';
     }
 }
 
 }  // namespace
 
-CommandSpec::CommandSpec(std::int32_t id, Text name, Text verb, Text helpText)
+CommandSpec::CommandSpec(std::int32_t id, std::string name, std::string verb, std::string helpText)
     : id(id),
       name(std::move(name)),
       verb(std::move(verb)),
@@ -67,14 +55,15 @@ CommandPart& CommandSpec::addProperty(const CommandPart& part) {
     return addPart(properties, part);
 }
 
-CommandPart& CommandSpec::addOption(Text partName, bool required, Text valueText,
-                                    bool valueRequired, Text partHelp, Text shortName) {
+CommandPart& CommandSpec::addOption(std::string partName, bool required, std::string valueText,
+                                    bool valueRequired, std::string partHelp,
+                                    std::string shortName) {
     return addPart(options, {std::move(partName), required, std::move(valueText), valueRequired,
                              std::move(partHelp), std::move(shortName)});
 }
 
-CommandPart& CommandSpec::addTarget(Text partName, bool required, Text valueText,
-                                    bool valueRequired, Text partHelp) {
+CommandPart& CommandSpec::addTarget(std::string partName, bool required, std::string valueText,
+                                    bool valueRequired, std::string partHelp) {
     return addPart(targets, {std::move(partName),
                              required,
                              std::move(valueText),
@@ -83,14 +72,45 @@ CommandPart& CommandSpec::addTarget(Text partName, bool required, Text valueText
                              {}});
 }
 
-CommandPart& CommandSpec::addProperty(Text partName, bool required, Text valueText,
-                                      bool valueRequired, Text partHelp) {
+CommandPart& CommandSpec::addProperty(std::string partName, bool required, std::string valueText,
+                                      bool valueRequired, std::string partHelp) {
     return addPart(properties, {std::move(partName),
                                 required,
                                 std::move(valueText),
                                 valueRequired,
                                 std::move(partHelp),
                                 {}});
+}
+
+void CommandSpec::appendPart(std::string& text, const CommandPart& part, bool isProperty) {
+    if (!part.required) text += '[';
+    text += part.name;
+    if (!part.shortName.empty()) {
+        text += '|';
+        text += part.shortName;
+    }
+    if (!part.valueText.empty()) {
+        text += isProperty ? " = " : " ";
+        text += part.valueRequired ? "(" : "[(";
+        text += part.valueText;
+        text += part.valueRequired ? ")" : ")]";
+    }
+    if (!part.required) text += ']';
+}
+
+const std::vector<CommandPart>* CommandSpec::partsOf(TokenType type) const {
+    switch (type) {
+    // clang-format off
+    case TokenType::Option:   return &options;
+    case TokenType::Target:   return &targets;
+    case TokenType::Property: return &properties;
+    default:                  return nullptr;
+        // clang-format on
+    }
+}
+
+std::vector<CommandPart>* CommandSpec::partsOf(TokenType type) {
+    return const_cast<std::vector<CommandPart>*>(std::as_const(*this).partsOf(type));
 }
 
 std::string CommandSpec::listToString(const std::vector<CommandPart>& list, bool isProperty) {

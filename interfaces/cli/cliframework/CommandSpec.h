@@ -13,7 +13,7 @@ namespace cli::framework {
 class CommandSpec {
 public:
     CommandSpec() = default;
-    CommandSpec(std::int32_t id, Text name, Text verb, Text helpText);
+    CommandSpec(std::int32_t id, std::string name, std::string verb, std::string helpText);
 
     /// Appends a copy of `part`, unless `list` holds a part of that name, which then stays as it
     /// is. Returns the part that the list holds.
@@ -24,12 +24,19 @@ public:
     CommandPart& addTarget(const CommandPart& part);
     CommandPart& addProperty(const CommandPart& part);
 
-    CommandPart& addOption(Text name, bool required, Text valueText, bool valueRequired,
-                           Text helpText, Text shortName);
-    CommandPart& addTarget(Text name, bool required, Text valueText, bool valueRequired,
-                           Text helpText);
-    CommandPart& addProperty(Text name, bool required, Text valueText, bool valueRequired,
-                             Text helpText);
+    CommandPart& addOption(std::string name, bool required, std::string valueText,
+                           bool valueRequired, std::string helpText, std::string shortName);
+    CommandPart& addTarget(std::string name, bool required, std::string valueText,
+                           bool valueRequired, std::string helpText);
+    CommandPart& addProperty(std::string name, bool required, std::string valueText,
+                             bool valueRequired, std::string helpText);
+
+    /// Appends the text form of one part, without a blank behind it.
+    static void appendPart(std::string& text, const CommandPart& part, bool isProperty);
+
+    /// The list of parts of a kind; null for kinds that have none.
+    std::vector<CommandPart>* partsOf(TokenType type);
+    const std::vector<CommandPart>* partsOf(TokenType type) const;
 
     /// Text form of one list: each part followed by one blank.
     static std::string listToString(const std::vector<CommandPart>& list, bool isProperty);
@@ -38,12 +45,12 @@ public:
     std::string asStr() const;
 
     std::int32_t id = 0;               ///< what the feature's `run` switches on
-    Text name;                         ///< short name, such as "EnableLog"
-    Text verb;                         ///< one of the shared verb constants
+    std::string name;                  ///< short name, such as "EnableLog"
+    std::string verb;                  ///< one of the shared verb constants
     std::vector<CommandPart> options;  ///< in declared order, like the two lists below
     std::vector<CommandPart> targets;
     std::vector<CommandPart> properties;
-    Text helpText;
+    std::string helpText;
 };
 
 }  // namespace cli::framework

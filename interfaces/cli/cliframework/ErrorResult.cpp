@@ -6,12 +6,6 @@
 
 namespace cli::framework {
 
-namespace {
-
-constexpr std::int32_t SYNTAX_ERROR_CODE = 201;
-
-}  // namespace
-
 ErrorResult::ErrorResult(std::string detail) : ErrorResult(1, {}, std::move(detail)) {}
 
 ErrorResult::ErrorResult(std::int32_t code, std::string message, std::string detail)

@@ -8,8 +8,12 @@
 
 namespace cli::framework {
 
+/// The text is the message; any code may be set, and only `SYNTAX_ERROR_CODE` changes how it
+/// prints.
 class ErrorResult : public SimpleResult {
 public:
+    static constexpr std::int32_t SYNTAX_ERROR_CODE = 201;
+
     /// Code 1, no message.
     explicit ErrorResult(std::string detail);
 
@@ -22,7 +26,7 @@ public:
     std::string outputJson() const override;
     std::string outputCSV() const override;
 
-    /// "Syntax Error" for code 201, otherwise "Error".
+    /// "Syntax Error" for `SYNTAX_ERROR_CODE`, otherwise "Error".
     std::string getErrorString() const;
 
 private:

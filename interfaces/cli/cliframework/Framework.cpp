@@ -139,7 +139,8 @@ std::unique_ptr<ResultBase> Framework::execute(int argc, const char* const* argv
     return result;
 }
 
-// The value of a required part may be missing from a line that asks for help.
+// A line that asks for help may leave required properties and options out; with one command left,
+// required targets as well.
 void Framework::narrowForHelp(std::vector<CommandRef>& commands) {
     if (commands.size() < 2) {
         logger.writeLine([] { return "Command filtering check skipped due to help option: "; });
@@ -253,7 +254,7 @@ void Framework::filterIncompleteCommands(TokenType tokenType, std::vector<Comman
         if (missing == parts->end()) continue;
 
         logger.writeLine([&] {
-            return tokenTypeToString(tokenType) + " '" + std::string(missing->name) +
+            return tokenTypeToString(tokenType) + " '" + missing->name +
                    "' required, but not found?";
         });
         logger.writeLine([&] { return "Removing: " + command.asStr(); });
@@ -264,14 +265,7 @@ void Framework::filterIncompleteCommands(TokenType tokenType, std::vector<Comman
 
 const std::vector<CommandPart>* Framework::getCommandPart(TokenType tokenType,
                                                           const CommandSpec& command) {
-    switch (tokenType) {
-    // clang-format off
-    case TokenType::Option:   return &command.options;
-    case TokenType::Target:   return &command.targets;
-    case TokenType::Property: return &command.properties;
-    default:                  return nullptr;
-        // clang-format on
-    }
+    return command.partsOf(tokenType);
 }
 
 std::string Framework::tokenArrayToString(int argc, const char* const* argv) {

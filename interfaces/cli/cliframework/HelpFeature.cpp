@@ -2,21 +2,13 @@
 
 #include "interfaces/cli/cliframework/Framework.h"
 #include "interfaces/cli/cliframework/HelpResult.h"
+#include "interfaces/cli/cliframework/Parser.h"
 #include "interfaces/cli/cliframework/TraceObject.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace cli::framework {
-
-namespace {
-
-std::string propertyValue(const ParsedCommand& parsed, const std::string& key) {
-    const auto entry = parsed.properties.find(key);
-    return entry == parsed.properties.end() ? std::string() : entry->second;
-}
-
-}  // namespace
 
 HelpFeature::HelpFeature() : name("Help") {}
 
@@ -42,8 +34,8 @@ std::unique_ptr<ResultBase> HelpFeature::run(const CommandSpec&, const ParsedCom
         return result;
     }
 
-    const std::string verbFilter = propertyValue(parsed, PROPERTY_VERB.name);
-    const std::string nameFilter = propertyValue(parsed, PROPERTY_NAME.name);
+    const std::string verbFilter = Parser::getPropertyValue(parsed, PROPERTY_VERB.name);
+    const std::string nameFilter = Parser::getPropertyValue(parsed, PROPERTY_NAME.name);
     std::vector<CommandRef> commands = Framework::getInstance().buildCommands();
 
     // Pointers are sorted in place of the commands: the same order for a fraction of the work.

@@ -62,16 +62,7 @@ std::string_view wrapLine(std::string_view text, std::size_t width) {
 
 std::string partToString(const CommandPart& part, bool isProperty) {
     std::string text;
-    if (!part.required) text += '[';
-    text += part.name;
-    if (!part.shortName.empty()) append(text, "|", part.shortName);
-    if (!part.valueText.empty()) {
-        text += isProperty ? " = " : " ";
-        text += part.valueRequired ? "(" : "[(";
-        text += part.valueText;
-        text += part.valueRequired ? ")" : ")]";
-    }
-    if (!part.required) text += ']';
+    CommandSpec::appendPart(text, part, isProperty);
     if (!part.helpText.empty()) append(text, " -- ", part.helpText);
     return text;
 }

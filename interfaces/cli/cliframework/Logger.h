@@ -31,6 +31,7 @@ public:
 
     void log(const LogEntry& entry);
     void log(int entryLevel, const std::string& message);
+    // At level 3, which the initial threshold drops.
     void log(const std::string& message);
     void log(const std::string& message, const std::string& file, int line);
 
@@ -38,13 +39,16 @@ public:
     /// buffer and clears the stream's state.
     void flushLine();
 
-    /// Writes one line at the current level: the text, a newline, `flushLine`. `compose` makes the
-    /// text and is called only if the line passes.
+    /// Writes one line at the current level: what was streamed in before, the text, a newline,
+    /// `flushLine`. `compose` makes the text and is called only if the line passes.
     template <typename Compose>
     void writeLine(Compose compose) {
-        if (!passes(level)) return;
-        *this << compose() << std::endl;
-        flushLine();
+        if (passes(level)) {
+            *this << compose() << std::endl;
+            flushLine();
+        } else if (!good() || tellp() > 0) {
+            flushLine();
+        }
     }
 
 private:

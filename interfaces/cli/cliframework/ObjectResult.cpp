@@ -75,7 +75,7 @@ void ObjectResult::setRoot(std::string name) {
     root = std::move(name);
 }
 
-void ObjectResult::insert(const std::string& key, std::unique_ptr<ObjectResult> child) {
+void ObjectResult::appendChild(const std::string& key, std::unique_ptr<ObjectResult> child) {
     child->setRoot(key);
     children.push_back(std::move(child));
 }

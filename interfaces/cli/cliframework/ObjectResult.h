@@ -3,6 +3,7 @@
 
 #include "interfaces/cli/cliframework/ResultBase.h"
 
+#include <concepts>
 #include <cstddef>
 #include <memory>
 #include <string>
@@ -41,7 +42,11 @@ public:
     // A child or a cell is never null.
 
     /// Appends a child, which `key` renames.
-    void insert(const std::string& key, std::unique_ptr<ObjectResult> child);
+    template <std::derived_from<ObjectResult> Child>
+    void insert(const std::string& key, std::unique_ptr<Child> child) {
+        appendChild(key, std::move(child));
+    }
+
     void insert(std::string key, std::string value);
     void insert(std::string key, std::unique_ptr<ResultBase> cell);
 
@@ -62,6 +67,7 @@ public:
     static std::string tab;  ///< indentation of the object being rendered
 
 private:
+    void appendChild(const std::string& key, std::unique_ptr<ObjectResult> child);
     using Writer = void (ObjectResult::*)(std::string& text) const;
     using Operation = std::string (ObjectResult::*)() const;
 

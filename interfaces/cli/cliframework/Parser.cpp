@@ -29,18 +29,6 @@ std::string lookUp(const Values& values, const std::string& key, bool* found) {
     return present ? entry->second : std::string();
 }
 
-/// The parts that a token of `type` can name; null for the types that name none.
-std::vector<CommandPart>* partsOf(CommandSpec& command, TokenType type) {
-    switch (type) {
-    // clang-format off
-    case TokenType::Option:   return &command.options;
-    case TokenType::Target:   return &command.targets;
-    case TokenType::Property: return &command.properties;
-    default:                  return nullptr;
-        // clang-format on
-    }
-}
-
 std::unique_ptr<SyntaxErrorResult> checkParts(const std::vector<CommandPart>& parts,
                                               const Values& values, TokenType type) {
     const TraceObject trace(__FILE__, __func__, __LINE__);
@@ -329,7 +317,7 @@ bool Parser::filterOn(const Token& token) {
         return "Filtering on " + tokenTypeToString(token.tokenType) + ": " + token.text;
     });
     removeUnless([&token](CommandRef& command) {
-        std::vector<CommandPart>* const parts = partsOf(command, token.tokenType);
+        std::vector<CommandPart>* const parts = command.partsOf(token.tokenType);
         if (parts == nullptr) {
             logger.log(FAULT_LEVEL,
                        "filterOn only accepts Token Types Target, Property, and Options, but '" +

@@ -6,7 +6,8 @@ namespace cli::framework {
 
 SyntaxErrorResult::SyntaxErrorResult() : SyntaxErrorResult(std::string()) {}
 
-SyntaxErrorResult::SyntaxErrorResult(std::string message) : ErrorResult(201, std::move(message)) {}
+SyntaxErrorResult::SyntaxErrorResult(std::string message)
+    : ErrorResult(SYNTAX_ERROR_CODE, std::move(message)) {}
 
 void SyntaxErrorResult::setPotentialCommands(std::vector<CommandSpec> commands) {
     potentialCommands = std::move(commands);
