@@ -147,7 +147,9 @@ void putInPlace(const Descriptor& theirs, int standard) {
 class Child {
 public:
     Child(const Program& program, const Stream& input, const Stream& out, const Stream& err) {
-        std::vector<std::string> words = program.words;
+        std::vector<std::string> words = program.arguments;
+        words.insert(words.begin(),
+                     program.name.empty() ? program.executable.string() : program.name);
         std::vector<std::string> variables{"PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:"
                                            "/sbin:/bin"};
         const std::vector<char*> arguments = asArguments(words);
@@ -160,7 +162,7 @@ public:
             putInPlace(err.theirs, STDERR_FILENO);
             ::signal(SIGPIPE, SIG_DFL);
             if (::chdir(program.folder.c_str()) == 0)
-                ::execve(arguments[0], arguments.data(), environment.data());
+                ::execve(program.executable.c_str(), arguments.data(), environment.data());
             ::_exit(NOT_STARTED);
         }
     }
@@ -224,7 +226,8 @@ Ending run(const Program& program) {
     Stream input = makeInput(program.input);
     Stream out = makeOutput(program.out);
     Stream err = makeOutput(program.err);
-    if (::access(program.words.at(0).c_str(), X_OK) != 0) fail("no program " + program.words[0]);
+    if (::access(program.executable.c_str(), X_OK) != 0)
+        fail("no program " + program.executable.string());
     Child child(program, input, out, err);
     for (Stream* stream : {&input, &out, &err})
         stream->theirs.close();
@@ -243,7 +246,8 @@ Ending run(const Program& program) {
                                       {err.ours.get(), POLLIN, 0},
                                       {life.get(), POLLIN, 0}}};
         const int ready = ::poll(polled.data(), polled.size(), millisecondsUntil(deadline));
-        if (ready == 0) throw std::runtime_error("not ended in time: " + program.words[0]);
+        if (ready == 0)
+            throw std::runtime_error("not ended in time: " + program.executable.string());
         if (polled[0].revents != 0) writeTo(input.ours, rest);
         if (polled[1].revents != 0) readFrom(out.ours, ending.out);
         if (polled[2].revents != 0) readFrom(err.ours, ending.err);

@@ -26,8 +26,10 @@ enum class Output {
 };
 
 struct Program {
-    std::vector<std::string> words;  ///< the executable's path, then its arguments
-    std::filesystem::path folder;    ///< its working directory
+    std::filesystem::path executable;  ///< absolute
+    std::vector<std::string> arguments;
+    std::string name;              ///< what it is told that it is called; its path if empty
+    std::filesystem::path folder;  ///< its working directory
     Input input;
     Output out = Output::CAPTURED;
     Output err = Output::CAPTURED;

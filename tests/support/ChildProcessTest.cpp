@@ -21,7 +21,8 @@ using tavik::testing::TemporaryFolder;
 
 Program shell(const std::string& script) {
     Program program;
-    program.words = {"/bin/sh", "-c", script};
+    program.executable = "/bin/sh";
+    program.arguments = {"-c", script};
     program.folder = "/";
     return program;
 }
@@ -42,19 +43,29 @@ TEST(ChildProcess, TellsTheSignalThatEndedTheProgram) {
 
 TEST(ChildProcess, PassesWordsAsTheyAre) {
     Program program;
-    program.words = {"/usr/bin/printf", "<%s>", "a b", "", "*", "$HOME"};
+    program.executable = "/usr/bin/printf";
+    program.arguments = {"<%s>", "a b", "", "*", "$HOME"};
     program.folder = "/";
     EXPECT_EQ("<a b><><*><$HOME>", run(program).out);
+}
+
+TEST(ChildProcess, TellsTheProgramItsName) {
+    Program program = shell("echo $0");
+    EXPECT_EQ("/bin/sh\n", run(program).out);
+    program.name = "another";
+    EXPECT_EQ("another\n", run(program).out);
 }
 
 TEST(ChildProcess, RunsInTheFolderAndWithNoEnvironmentButThePath) {
     const TemporaryFolder folder;
     Program program;
-    program.words = {"/usr/bin/env"};
+    program.executable = "/usr/bin/env";
+    program.arguments = {};
     program.folder = folder.path();
     EXPECT_EQ("PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin\n",
               run(program).out);
-    program.words = {"/bin/pwd", "-P"};
+    program.executable = "/bin/pwd";
+    program.arguments = {"-P"};
     EXPECT_EQ(std::filesystem::canonical(folder.path()).string() + "\n", run(program).out);
 }
 
@@ -91,7 +102,8 @@ TEST(ChildProcess, GivesEachKindOfOutput) {
     program.out = Output::CLOSED;
     EXPECT_EQ("closed\n", run(program).err);
 
-    program.words = {"/bin/cat", "/proc/self/status"};
+    program.executable = "/bin/cat";
+    program.arguments = {"/proc/self/status"};
     program.out = Output::BROKEN_PIPE;
     EXPECT_EQ(SIGPIPE, run(program).signal);
 
@@ -104,14 +116,16 @@ TEST(ChildProcess, GivesEachKindOfOutput) {
 TEST(ChildProcess, KillsAProgramThatDoesNotEnd) {
     Program program;
     program.folder = "/";
-    program.words = {"/usr/bin/tail", "-f", "/dev/null"};
+    program.executable = "/usr/bin/tail";
+    program.arguments = {"-f", "/dev/null"};
     program.timeout = std::chrono::seconds(0);
     EXPECT_THROW(run(program), std::runtime_error);
 }
 
 TEST(ChildProcess, RefusesAProgramThatIsNotThere) {
     Program program;
-    program.words = {"/absent/program"};
+    program.executable = "/absent/program";
+    program.arguments = {};
     program.folder = "/";
     EXPECT_THROW(run(program), std::runtime_error);
 }
