@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <functional>
 #include <stdexcept>
@@ -50,6 +51,7 @@ inline Finding inForkedChild(const std::function<std::string()>& body) {
     constexpr int FAR_NUMBER = 200;  // out of the way of the standard streams
     int ends[2];
     if (::pipe(ends) != 0) throw std::runtime_error("no pipe");
+    std::fflush(nullptr);  // or the copy would write what is buffered once more
     const pid_t child = ::fork();
     if (child < 0) throw std::runtime_error("no child process");
     if (child == 0) {
