@@ -18,7 +18,8 @@ int memCopy(void* destination, std::size_t destinationSize, const void* source,
     }
     if (source == nullptr || destination == nullptr) return EINVAL;
     if (sourceSize > destinationSize) return ERANGE;
-    std::memcpy(destination, source, sourceSize);
+    // The two may overlap: a payload may be copied over itself.
+    std::memmove(destination, source, sourceSize);
     return 0;
 }
 

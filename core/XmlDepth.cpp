@@ -1,17 +1,37 @@
 #include "core/XmlDepth.h"
 
 #include <algorithm>
+#include <array>
 
 namespace orvel::core {
 
 namespace {
 
 constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
-constexpr std::string_view WHITESPACE = " \n\r\t";
+
+/// A set of characters, looked up by index: the walk asks for every character of a tag.
+class CharacterSet {
+public:
+    constexpr explicit CharacterSet(std::string_view characters) {
+        for (const char character : characters)
+            members[indexOf(character)] = true;
+    }
+
+    constexpr bool contains(char character) const { return members[indexOf(character)]; }
+
+private:
+    static constexpr std::size_t indexOf(char character) {
+        return static_cast<unsigned char>(character);
+    }
+
+    std::array<bool, 256> members{};
+};
+
+constexpr CharacterSet WHITESPACE(" \n\r\t");
 
 // What ends a name, as the reader has it: an element's name may hold "<", "=" and quotes.
-constexpr std::string_view AFTER_ELEMENT_NAME = " \n\r\t/>?";
-constexpr std::string_view AFTER_ATTRIBUTE_NAME = " \n\r\t/<>=?!";
+constexpr CharacterSet AFTER_ELEMENT_NAME(" \n\r\t/>?");
+constexpr CharacterSet AFTER_ATTRIBUTE_NAME(" \n\r\t/<>=?!");
 
 /// Walks the text as the reader does. Each step is false where the reader gives up.
 class Walk {
@@ -56,7 +76,7 @@ private:
         if (take("[CDATA[")) return skipBehind("]]>");
         if (take("DOCTYPE")) {
             // Without a blank behind the word, it is none to the reader and ends at the next ">".
-            if (WHITESPACE.find(peek()) != std::string_view::npos) return readDoctype();
+            if (WHITESPACE.contains(peek())) return readDoctype();
         }
         return skipBehind(">");
     }
@@ -97,7 +117,7 @@ private:
     }
 
     bool readAttributes() {
-        while (AFTER_ATTRIBUTE_NAME.find(peek()) == std::string_view::npos) {
+        while (!AFTER_ATTRIBUTE_NAME.contains(peek())) {
             skipUntil(AFTER_ATTRIBUTE_NAME);
             skipAll(WHITESPACE);
             if (!take('=')) return false;
@@ -123,12 +143,14 @@ private:
         return true;
     }
 
-    void skipAll(std::string_view characters) {
-        position = std::min(text.find_first_not_of(characters, position), text.size());
+    void skipAll(const CharacterSet& characters) {
+        while (position < text.size() && characters.contains(text[position]))
+            ++position;
     }
 
-    void skipUntil(std::string_view characters) {
-        position = std::min(text.find_first_of(characters, position), text.size());
+    void skipUntil(const CharacterSet& characters) {
+        while (position < text.size() && !characters.contains(text[position]))
+            ++position;
     }
 
     bool skipBehind(std::string_view end) {

@@ -1,13 +1,13 @@
 #include "tool/DriveCommandTable.h"
 
 #include "core/Attribute.h"
-#include "features/DeviceAttributes.h"
 #include "features/JobProperties.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <string_view>
 
 namespace tavik::norvossd {
 
@@ -16,8 +16,8 @@ namespace {
 using namespace cli::framework;
 using namespace orvel::features;
 
-constexpr const char* VERB_ATTACH = "attach";
-constexpr const char* VERB_DETACH = "detach";
+constexpr std::string_view VERB_ATTACH = "attach";
+constexpr std::string_view VERB_DETACH = "detach";
 
 /// Whether a part must be named.
 enum Presence : bool { OPTIONAL = false, REQUIRED = true };
@@ -26,26 +26,26 @@ enum Presence : bool { OPTIONAL = false, REQUIRED = true };
 enum class Value { required, open, none };
 
 struct TargetRow {
-    const char* name;
+    std::string_view name;
     Presence presence;
     Value value;
-    const char* valueText;
-    const char* helpText;
+    std::string_view valueText;
+    std::string_view helpText;
 };
 
 struct PropertyRow {
     orvel::core::Attribute (*descriptor)();  ///< null ends the row's properties
     Presence presence;
-    const char* valueText;
+    std::string_view valueText;
     Value value;
-    const char* helpText;
+    std::string_view helpText;
 };
 
 struct CommandRow {
     std::int32_t id;
-    const char* verb;
-    const char* name;
-    const char* helpText;
+    std::string_view verb;
+    std::string_view name;
+    std::string_view helpText;
     const TargetRow* targets[4];    ///< null ends the list
     const CommandPart* options[3];  ///< null ends the list
     PropertyRow properties[4];
@@ -158,7 +158,7 @@ constexpr CommandRow COMMANDS[] = {
     "Set the SATA device's PHY configuration. The device must be power cycled after changing the "
     "configuration.",
     {&DRIVE_REQUIRED}, {&OPTION_HELP},
-    {{device_attributes::PhyConfig, REQUIRED, "0|1|2|3", Value::required,
+    {{phy_config::PhyConfig, REQUIRED, "0|1|2|3", Value::required,
       "0 = Default enterprise settings. 1 = Client settings. 2 = Alternate enterprise settings. "
       "3 = Server settings."}}},
   {  4, VERB_SET,     "PhysicalSectorSize",
@@ -210,7 +210,7 @@ constexpr CommandRow COMMANDS[] = {
   {  9, VERB_SET,     "SSCEnabled",
     "Enable or disable the device's spread spectrum clocking (SSC) feature.",
     {&DRIVE_REQUIRED}, {&OPTION_HELP},
-    {{device_attributes::SSCEnabled, REQUIRED, "'true'|'false'", Value::required,
+    {{spread_spectrum_clocking::SSCEnabled, REQUIRED, "'true'|'false'", Value::required,
       "true = enable SSC. false = disable SSC."}}},
   { 10, VERB_SET,     "TemperatureLoggingInterval",
     "Set the SATA device's temperature logging interval time.",
@@ -285,12 +285,12 @@ constexpr CommandRow COMMANDS[] = {
   { 14, VERB_SET,     "DIPM",
     "Enable or disable the SATA device's DIPM.",
     {&DRIVE_REQUIRED}, {&OPTION_HELP},
-    {{device_attributes::DIPMEnabled, REQUIRED, "'true' | 'false'", Value::required,
+    {{dipm::DIPMEnabled, REQUIRED, "'true' | 'false'", Value::required,
       "true = enable DIPM. false = disable DIPM."}}},
   { 16, VERB_SET,     "WriteCache",
     "Enable or disable the SATA device's Write Cache via set features.",
     {&DRIVE_REQUIRED}, {&OPTION_HELP},
-    {{device_attributes::WriteCacheEnabled, REQUIRED, "'true' | 'false'", Value::required,
+    {{write_cache::WriteCacheEnabled, REQUIRED, "'true' | 'false'", Value::required,
       "true = enable Write Cache. false = disable Write Cache."}}},
   { 13, VERB_SET,     "WriteCacheReorderingState",
     "Enable or disable the SATA device's write cache reordering state.",
@@ -416,22 +416,26 @@ static_assert(std::size(COMMANDS) == 45 && idsAreUnique());
 
 CommandPart toPart(const TargetRow& row) {
     CommandPart part;
-    part.name = row.name;
+    part.name = Text::literal(row.name);
     part.required = row.presence == REQUIRED;
-    part.valueText = row.valueText;
+    part.valueText = Text::literal(row.valueText);
     part.valueRequired = row.value == Value::required;
-    part.helpText = row.helpText;
+    part.helpText = Text::literal(row.helpText);
     part.noValue = row.value == Value::none;
     return part;
 }
 
 CommandSpec toSpec(const CommandRow& row) {
-    CommandSpec spec(row.id, row.name, row.verb, row.helpText);
+    CommandSpec spec(row.id, Text::literal(row.name), Text::literal(row.verb),
+                     Text::literal(row.helpText));
+    // The framework adds two options to each command.
+    spec.options.reserve(std::size(row.options) + 2);
     for (const CommandPart* option : row.options) {
         if (option != nullptr) spec.addOption(*option);
     }
+    spec.targets.reserve(2);
     for (const TargetRow* target : row.targets) {
-        if (target != nullptr) spec.addTarget(toPart(*target));
+        if (target != nullptr) CommandSpec::addPart(spec.targets, toPart(*target));
     }
     for (const PropertyRow& property : row.properties) {
         if (property.descriptor == nullptr) break;

@@ -5,7 +5,6 @@
 #include "core/Strings.h"
 #include "core/XmlConverter.h"
 #include "core/xml/Vocabulary.h"
-#include "features/DeviceAttributes.h"
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
 #include "interfaces/cli/cliframework/NotImplementedErrorResult.h"
@@ -205,20 +204,20 @@ Result NorvoSSDFeature::run(const CommandSpec& command, const ParsedCommand& par
     case  0: return show  (jobs::NorvoSSD);
     case  1: return set   (jobs::EnduranceAnalyzer,      endurance_analyzer::EnduranceAnalyzer());
     case  2: return set   (jobs::MaxAddress,             max_address::MaximumLBA());
-    case  3: return set   (jobs::PhyConfig,              device_attributes::PhyConfig());
+    case  3: return set   (jobs::PhyConfig,              phy_config::PhyConfig());
     case  4: return set   (jobs::SCTFeatureControl,      sct_feature_control::PhysicalSectorSize());
     case  5: return set   (jobs::SCTFeatureControl,      sct_feature_control::PLITestTimeInterval());
     case  6: return set   (jobs::PowerGovernor,          power_governor::PowerGovernorMode());
     case  7: return set   (jobs::ErrorRecoveryControl,   error_recovery_control::ReadErrorRecoveryTimer());
     case  8: return set   (jobs::PhySpeed,               phy_speed::PhySpeed());
-    case  9: return set   (jobs::SpreadSpectrumClocking, device_attributes::SSCEnabled());
+    case  9: return set   (jobs::SpreadSpectrumClocking, spread_spectrum_clocking::SSCEnabled());
     case 10: return set   (jobs::SCTFeatureControl,      sct_feature_control::TemperatureLoggingInterval());
     case 11: return set   (jobs::NVMeFeatures,           nvme_features::TempThreshold());
     case 12: return set   (jobs::WriteCache,             write_cache::WriteCacheState());
     case 13: return set   (jobs::WriteCache,             write_cache::WriteCacheReorderingStateEnabled());
-    case 14: return set   (jobs::DIPM,                   device_attributes::DIPMEnabled());
+    case 14: return set   (jobs::DIPM,                   dipm::DIPMEnabled());
     case 15: return set   (jobs::ErrorRecoveryControl,   error_recovery_control::WriteErrorRecoveryTimer());
-    case 16: return set   (jobs::WriteCache,             device_attributes::WriteCacheEnabled());
+    case 16: return set   (jobs::WriteCache,             write_cache::WriteCacheEnabled());
     case 17: return runFirmwareUpdate(parsed);
     case 18: return show  (jobs::SMART);
     case 19: return show  (jobs::HealthMetrics);
@@ -270,11 +269,10 @@ Result NorvoSSDFeature::enableLibraryLog() {
                       "Invalid or corrupted configuration file: " + configuration::getConfigPath());
     }
     const auto settings = XmlConverter::toAttributes(*object);
-    const std::string enabled =
-        configuration::valueOf(settings, configuration::EnableLog().getName());
+    const std::string enabled = configuration::valueOf(settings, configuration::ENABLE_LOG);
     if (!strings::equals(enabled, "true", true)) return nullptr;
 
-    const std::string file = configuration::valueOf(settings, configuration::LogFile().getName());
+    const std::string file = configuration::valueOf(settings, configuration::LOG_FILE);
     if (library.enableLog(file)) return nullptr;
     return refuse(4, "Invalid debug LogFile given: " + file);
 }
@@ -441,7 +439,7 @@ Result NorvoSSDFeature::runFormatCommand(const std::string& formatType,
             return refuse(8, "Invalid value for -namespace target. The value must be a valid "
                              "namespace ID or 0xFFFFFFFF.");
         }
-        request.addAsTyped(device_attributes::NamespaceId(), *id);
+        request.addAsTyped(namespace_management::NamespaceId(), *id);
     }
     writeProgress(std::string(progress) + "(This can take several minutes to complete)");
     return answerTo(request);
@@ -467,14 +465,14 @@ Result NorvoSSDFeature::runNamespaceCommand(const std::string& action,
     request.addAsTyped(sharing, shared != nullptr ? *shared : "1");
 
     if (const auto* id = valueOf(parsed.targets, "-namespace")) {
-        request.addAsTyped(device_attributes::NamespaceId(), *id);
+        request.addAsTyped(namespace_management::NamespaceId(), *id);
     }
     if (const auto* controller = valueOf(parsed.targets, "-nvmecontroller")) {
         if (!strings::isNumeric(*controller)) {
             return refuse(8, "Invalid value for -nvmecontroller target. The value must be an "
                              "integer.");
         }
-        request.addAsTyped(device_attributes::NVMeControllerID(), *controller);
+        request.addAsTyped(namespace_management::NVMeControllerID(), *controller);
     }
     return answerTo(request);
 }
@@ -487,7 +485,7 @@ Result NorvoSSDFeature::runIdentifyCommand(Identification what, const ParsedComm
     DriveRequest request(jobs::Identify, methods::Method, target);
     const auto ask = [&request](std::uint8_t structure, const std::string& namespaceId) {
         request.addAsTyped(identify::ControllerNamespaceStructure(), strings::toString(structure));
-        request.addAsTyped(device_attributes::NamespaceId(), namespaceId);
+        request.addAsTyped(namespace_management::NamespaceId(), namespaceId);
     };
     const auto* const id = valueOf(parsed.targets, "-namespace");
 

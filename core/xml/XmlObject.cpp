@@ -61,14 +61,14 @@ void XmlObject::removeProperties(const std::vector<std::string>& names) {
     Removals removals;
     for (const std::string& name : names)
         ++removals[name];
-    if (!removals.empty()) removeProperties(removals);
+    if (!removals.empty()) apply(removals);
 }
 
 // One pass for all names: a command line may name thousands, and an answer hold as many objects.
-void XmlObject::removeProperties(const Removals& removals) {
+void XmlObject::apply(const Removals& removals) {
     eraseProperties(properties, removals);
     for (const auto& object : objects)
-        object->removeProperties(removals);
+        object->apply(removals);
 }
 
 std::unique_ptr<XmlElement> XmlObject::clone() const {

@@ -39,7 +39,7 @@ private:
     /// How often each name is to be erased from every object; the keys are the caller's.
     using Removals = std::unordered_map<std::string_view, std::size_t>;
 
-    void removeProperties(const Removals& removals);
+    void apply(const Removals& removals);
 };
 
 }  // namespace orvel::core::xml
