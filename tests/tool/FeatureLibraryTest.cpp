@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
+
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -210,6 +212,22 @@ TEST_F(FeatureLibraryTest, ReceivesLargeAnswers) {
     order("reply.xml", reply);
 
     EXPECT_TRUE(exchange("<a/>") == "code 0: " + reply);
+}
+
+TEST_F(FeatureLibraryTest, GivesUpAnAnswerThatMemoryCantHold) {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer needs its memory without a limit";
+#endif
+    install("full");
+    order("reply.xml", "answer");
+    order("size_bias", "4000000000");
+
+    EXPECT_EQ(load([](FeatureLibrary& library) {
+                  const rlimit limit = {1024UL * 1024 * 1024, RLIM_INFINITY};
+                  ::setrlimit(RLIMIT_AS, &limit);
+                  return describe(library.receive(library.send("<a/>")));
+              }),
+              "code 8");
 }
 
 TEST_F(FeatureLibraryTest, SwitchesTheLibrarysLogOn) {
