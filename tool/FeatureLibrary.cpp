@@ -108,18 +108,19 @@ FeatureLibrary::Answer FeatureLibrary::receive(std::uint64_t handle) {
     Payload payload;
     std::uint32_t size = 0;
     std::uint32_t code = receiveXmlMessage(handle, payload.data(), &size);
-    if (isCode(code, statuses::invalidBufferSize())) {
-        try {
+    try {
+        if (isCode(code, statuses::invalidBufferSize())) {
             payload = Payload(size);
-        } catch (const std::bad_alloc&) {
-            return {code, false, {}};
+            code = receiveXmlMessage(handle, payload.data(), &size);
         }
-        code = receiveXmlMessage(handle, payload.data(), &size);
+        if (payload.data() == nullptr) return {code, false, {}};
+        // A size beyond the buffer is the library's mistake; what lies there is not the answer's.
+        const std::uint32_t length = std::min(size, payload.size());
+        return {code, true, std::string(payload.data(), payload.data() + length)};
+    } catch (const std::bad_alloc&) {
+        // An answer too large for this machine is one that could not be fetched.
+        return {code, false, {}};
     }
-    if (payload.data() == nullptr) return {code, false, {}};
-    // A size beyond the buffer is the library's mistake; what lies there is not the answer's.
-    const std::uint32_t length = std::min(size, payload.size());
-    return {code, true, std::string(payload.data(), payload.data() + length)};
 }
 
 bool FeatureLibrary::enableLog(const std::string& file) {
