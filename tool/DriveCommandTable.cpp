@@ -426,11 +426,14 @@ CommandPart toPart(const TargetRow& row) {
 
 CommandSpec toSpec(const CommandRow& row) {
     CommandSpec spec(row.id, row.name, row.verb, row.helpText);
+    // The framework adds two options to each command.
+    spec.options.reserve(std::size(row.options) + 2);
     for (const CommandPart* option : row.options) {
         if (option != nullptr) spec.addOption(*option);
     }
+    spec.targets.reserve(std::size(row.targets));
     for (const TargetRow* target : row.targets) {
-        if (target != nullptr) spec.addTarget(toPart(*target));
+        if (target != nullptr) CommandSpec::addPart(spec.targets, toPart(*target));
     }
     for (const PropertyRow& property : row.properties) {
         if (property.descriptor == nullptr) break;

@@ -5,7 +5,6 @@
 #include "core/Strings.h"
 #include "core/XmlConverter.h"
 #include "core/xml/Vocabulary.h"
-#include "features/DeviceAttributes.h"
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
 #include "interfaces/cli/cliframework/NotImplementedErrorResult.h"
@@ -441,7 +440,7 @@ Result NorvoSSDFeature::runFormatCommand(const std::string& formatType,
             return refuse(8, "Invalid value for -namespace target. The value must be a valid "
                              "namespace ID or 0xFFFFFFFF.");
         }
-        request.addAsTyped(device_attributes::NamespaceId(), *id);
+        request.addAsTyped(namespace_management::NamespaceId(), *id);
     }
     writeProgress(std::string(progress) + "(This can take several minutes to complete)");
     return answerTo(request);
@@ -467,7 +466,7 @@ Result NorvoSSDFeature::runNamespaceCommand(const std::string& action,
     request.addAsTyped(sharing, shared != nullptr ? *shared : "1");
 
     if (const auto* id = valueOf(parsed.targets, "-namespace")) {
-        request.addAsTyped(device_attributes::NamespaceId(), *id);
+        request.addAsTyped(namespace_management::NamespaceId(), *id);
     }
     if (const auto* controller = valueOf(parsed.targets, "-nvmecontroller")) {
         if (!strings::isNumeric(*controller)) {
@@ -487,7 +486,7 @@ Result NorvoSSDFeature::runIdentifyCommand(Identification what, const ParsedComm
     DriveRequest request(jobs::Identify, methods::Method, target);
     const auto ask = [&request](std::uint8_t structure, const std::string& namespaceId) {
         request.addAsTyped(identify::ControllerNamespaceStructure(), strings::toString(structure));
-        request.addAsTyped(device_attributes::NamespaceId(), namespaceId);
+        request.addAsTyped(namespace_management::NamespaceId(), namespaceId);
     };
     const auto* const id = valueOf(parsed.targets, "-namespace");
 

@@ -55,7 +55,7 @@ public:
 };
 
 class ConnectionTest : public ::testing::Test {
-protected:
+public:
     ConnectionTest() {
         logging::initialize();
         logging::enableString();
@@ -69,6 +69,7 @@ protected:
         closeError = 0;
     }
 
+protected:
     /// The log since the last call, each line without its time and with a "#" for the number of
     /// the source line.
     static std::vector<std::string> takeLog() {

@@ -235,7 +235,7 @@ TEST(XmlConverter, ReadsTextNestedUpToTheLimit) {
 }
 
 TEST(XmlConverter, RefusesTextNestedBeyondTheLimit) {
-    for (const std::size_t levels : {2049U, 100'000U, 1'000'000U}) {
+    for (const std::size_t levels : {2049U, 1'000'000U}) {
         SCOPED_TRACE(levels);
         EXPECT_EQ(XmlConverter::toXml(nested("<Object>", "</Object>", levels)), nullptr);
         EXPECT_EQ(XmlConverter::toXml(nested("<Object>", "", levels)), nullptr);
@@ -262,11 +262,11 @@ TEST(XmlConverter, WalksTheDeepestTree) {
 
 TEST(XmlConverter, ReadsAnElementWithManyAttributes) {
     std::string text = "<Property";
-    for (int i = 99'999; i >= 10'000; --i)
+    for (int i = 29'999; i >= 10'000; --i)
         text += " a" + std::to_string(i) + "='x'";
     const auto element = XmlConverter::toXml(text + "/>");
     ASSERT_NE(element, nullptr);
-    EXPECT_EQ(element->getAttributes().size(), 90'000U);
+    EXPECT_EQ(element->getAttributes().size(), 20'000U);
     EXPECT_EQ(element->getAttributes().begin()->first, "a10000");
 }
 

@@ -130,6 +130,7 @@ Stream makeOutput(Output output) {
 
 std::vector<char*> asArguments(std::vector<std::string>& words) {
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (std::string& word : words)
         arguments.push_back(word.data());
     arguments.push_back(nullptr);

@@ -11,6 +11,12 @@ namespace {
 /// Room for the text form of most commands.
 constexpr std::size_t USUAL_LENGTH = 256;
 
+CommandPart* findPart(std::vector<CommandPart>& list, const std::string& name) {
+    const auto held = std::find_if(
+        list.begin(), list.end(), [&name](const CommandPart& entry) { return entry.name == name; });
+    return held != list.end() ? &*held : nullptr;
+}
+
 /// Appends each part followed by one blank.
 void appendList(std::string& text, const std::vector<CommandPart>& list, bool isProperty) {
     for (const CommandPart& part : list) {
@@ -40,11 +46,13 @@ CommandSpec::CommandSpec(std::int32_t id, std::string name, std::string verb, st
       helpText(std::move(helpText)) {}
 
 CommandPart& CommandSpec::addPart(std::vector<CommandPart>& list, const CommandPart& part) {
-    const auto held = std::find_if(list.begin(), list.end(), [&part](const CommandPart& entry) {
-        return entry.name == part.name;
-    });
-    if (held != list.end()) return *held;
+    if (CommandPart* const held = findPart(list, part.name)) return *held;
     return list.emplace_back(part);
+}
+
+CommandPart& CommandSpec::addPart(std::vector<CommandPart>& list, CommandPart&& part) {
+    if (CommandPart* const held = findPart(list, part.name)) return *held;
+    return list.emplace_back(std::move(part));
 }
 
 CommandPart& CommandSpec::addOption(const CommandPart& part) {
@@ -62,19 +70,19 @@ CommandPart& CommandSpec::addProperty(const CommandPart& part) {
 CommandPart& CommandSpec::addOption(const std::string& partName, bool required,
                                     const std::string& valueText, bool valueRequired,
                                     const std::string& partHelp, const std::string& shortName) {
-    return addOption({partName, required, valueText, valueRequired, partHelp, shortName});
+    return addPart(options, {partName, required, valueText, valueRequired, partHelp, shortName});
 }
 
 CommandPart& CommandSpec::addTarget(const std::string& partName, bool required,
                                     const std::string& valueText, bool valueRequired,
                                     const std::string& partHelp) {
-    return addTarget({partName, required, valueText, valueRequired, partHelp, ""});
+    return addPart(targets, {partName, required, valueText, valueRequired, partHelp, ""});
 }
 
 CommandPart& CommandSpec::addProperty(const std::string& partName, bool required,
                                       const std::string& valueText, bool valueRequired,
                                       const std::string& partHelp) {
-    return addProperty({partName, required, valueText, valueRequired, partHelp, ""});
+    return addPart(properties, {partName, required, valueText, valueRequired, partHelp, ""});
 }
 
 std::string CommandSpec::listToString(const std::vector<CommandPart>& list, bool isProperty) {
@@ -91,9 +99,8 @@ std::string CommandSpec::asStr() const {
     appendList(text, options, false);
     appendList(text, targets, false);
     appendList(text, properties, true);
-    // A spec without a verb and parts is blank, which `trim` does not take.
-    const auto last = text.find_last_not_of(" \t");
-    text.resize(last == std::string::npos ? 0 : last + 1);
+    // As `trim`, which does not take the blank text of a spec without a verb and parts.
+    text.resize(text.find_last_not_of(" \t") + 1);
     text.erase(0, text.find_first_not_of(" \t"));
     return text;
 }

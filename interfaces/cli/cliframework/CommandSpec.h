@@ -18,6 +18,7 @@ public:
     /// Appends a copy of `part`, unless `list` holds a part of that name, which then stays as it
     /// is. Returns the part that the list holds.
     static CommandPart& addPart(std::vector<CommandPart>& list, const CommandPart& part);
+    static CommandPart& addPart(std::vector<CommandPart>& list, CommandPart&& part);
 
     CommandPart& addOption(const CommandPart& part);
     CommandPart& addTarget(const CommandPart& part);
