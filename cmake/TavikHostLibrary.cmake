@@ -8,4 +8,5 @@ function(tavik_link_host_library target)
     endif()
     target_link_options(${target} PRIVATE
         "LINKER:--push-state,--no-as-needed" -lvmkmgmt "LINKER:--pop-state")
+    set_target_properties(${target} PROPERTIES SKIP_BUILD_RPATH ON)
 endfunction()

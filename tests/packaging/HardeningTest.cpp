@@ -17,12 +17,12 @@ using tavik::testing::outputOf;
 using tavik::testing::wordsOf;
 
 std::string readelf(const std::string& what, const std::string& file = TAVIK_PROGRAM) {
-    return outputOf({TAVIK_READELF, what, file});
+    return outputOf({TAVIK_READELF, "-W", what, file});
 }
 
 /// The words of the program header of this kind; none if there is none.
 std::vector<std::string> segment(const std::string& kind) {
-    for (const std::string& line : linesOf(readelf("-lW"))) {
+    for (const std::string& line : linesOf(readelf("-l"))) {
         auto words = wordsOf(line);
         if (!words.empty() && words.front() == kind) return words;
     }
@@ -48,7 +48,7 @@ std::set<std::string> exportedSymbols() {
 /// The variables of shared libraries that the file must hold, and so export, for their users.
 std::set<std::string> copiedSymbols() {
     std::set<std::string> names;
-    for (const std::string& line : linesOf(readelf("-rW"))) {
+    for (const std::string& line : linesOf(readelf("-r"))) {
         const auto words = wordsOf(line);
         const bool isCopy = words.size() >= 5 && words[2].ends_with("_COPY");
         if (isCopy) names.insert(withoutVersion(words[4]));
@@ -59,7 +59,7 @@ std::set<std::string> copiedSymbols() {
 /// The symbols that the objects of an archive take from elsewhere.
 std::set<std::string> undefinedSymbols(const std::string& archive) {
     std::set<std::string> names;
-    for (const std::string& line : linesOf(readelf("-sW", archive))) {
+    for (const std::string& line : linesOf(readelf("-s", archive))) {
         const auto words = wordsOf(line);
         if (words.size() == 8 && words[6] == "UND") names.insert(words[7]);
     }
@@ -67,7 +67,7 @@ std::set<std::string> undefinedSymbols(const std::string& archive) {
 }
 
 TEST(Hardening, TheProgramIsPositionIndependent) {
-    const auto lines = linesOf(readelf("-hW"));
+    const auto lines = linesOf(readelf("-h"));
     const auto type = std::find_if(lines.begin(), lines.end(), [](const std::string& line) {
         return wordsOf(line).size() > 1 && wordsOf(line).front() == "Type:";
     });
