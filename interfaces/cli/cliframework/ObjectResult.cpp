@@ -75,6 +75,11 @@ void ObjectResult::setRoot(std::string name) {
     root = std::move(name);
 }
 
+void ObjectResult::reserve(std::size_t propertyCount, std::size_t childCount) {
+    properties.reserve(propertyCount);
+    children.reserve(childCount);
+}
+
 void ObjectResult::insert(const std::string& key, std::unique_ptr<ObjectResult> child) {
     child->setRoot(key);
     children.push_back(std::move(child));
