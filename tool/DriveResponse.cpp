@@ -111,8 +111,17 @@ std::unique_ptr<ObjectResult> attributesToResult(const xml::XmlObject& object) {
     return result;
 }
 
+void removeOwnProperties(xml::XmlObject& object, const std::vector<std::string>& names) {
+    for (const std::string& name : names)
+        object.removeProperty(name);
+}
+
 /// `objectToResult` for an object that is not needed any more: its texts are moved, not copied.
-std::unique_ptr<ObjectResult> moveToResult(xml::XmlObject& object) {
+/// The properties of the names in `hidden` are removed from each object just before, so that a
+/// large answer is walked once.
+std::unique_ptr<ObjectResult> moveToResult(xml::XmlObject& object,
+                                           const std::vector<std::string>& hidden) {
+    removeOwnProperties(object, hidden);
     auto result = std::make_unique<ObjectResult>();
     result->reserve(object.getProperties().size(), object.getObjects().size());
     const auto description = attributeOf(object, xml::tags::Description);
@@ -126,10 +135,11 @@ std::unique_ptr<ObjectResult> moveToResult(xml::XmlObject& object) {
     }
     for (const auto& child : object.getObjects()) {
         if (hasCategory(*child, xml::categories::AttributeList)) {
+            removeOwnProperties(*child, hidden);
             result->insert(child->getAttribute(xml::tags::Key), attributesToResult(*child));
             continue;
         }
-        auto sub = moveToResult(*child);
+        auto sub = moveToResult(*child, hidden);
         // Intended: a code of 0 counts too, so that the last child decides.
         result->setErrorCode(sub->getErrorCode());
         result->insert(labelOf(*child, " "), std::move(sub));
@@ -181,15 +191,14 @@ std::unique_ptr<ErrorResult> checkResponseStatus(const xml::XmlElement& element,
 std::unique_ptr<ResultBase> responseToResult(std::unique_ptr<xml::XmlElement> response) {
     auto* const root = dynamic_cast<xml::XmlObject*>(response.get());
     if (root == nullptr) return std::make_unique<ObjectResult>();
-    root->removeProperties(hiddenAttributes());
     xml::XmlObject* const output = firstOfCategory(*root, xml::categories::Output);
     if (output == nullptr) return std::make_unique<ObjectResult>();
-    return moveToResult(*output);
+    return moveToResult(*output, hiddenAttributes());
 }
 
 std::unique_ptr<ObjectResult> objectToResult(const xml::XmlObject& object) {
     xml::XmlObject copy(object);
-    return moveToResult(copy);
+    return moveToResult(copy, {});
 }
 
 std::unique_ptr<ResultBase> saveOutputPayload(const xml::XmlElement* response,
