@@ -13,7 +13,12 @@ Payload::BufferImplementation::BufferImplementation(std::uint32_t size)
     : data(size > 0 ? std::make_unique<std::uint8_t[]>(size) : nullptr),
       size(size) {}
 
-Payload::Payload() : buffer(std::make_shared<BufferImplementation>()) {}
+// All empty payloads may share one buffer: there is no byte in it to change, and `append` puts a
+// new buffer into its handle.
+Payload::Payload() {
+    static const auto EMPTY = std::make_shared<BufferImplementation>();
+    buffer = EMPTY;
+}
 
 Payload::Payload(std::uint32_t size) : buffer(std::make_shared<BufferImplementation>(size)) {}
 

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <string_view>
 
 namespace tavik::norvossd {
 
@@ -15,8 +16,8 @@ namespace {
 using namespace cli::framework;
 using namespace orvel::features;
 
-constexpr const char* VERB_ATTACH = "attach";
-constexpr const char* VERB_DETACH = "detach";
+constexpr std::string_view VERB_ATTACH = "attach";
+constexpr std::string_view VERB_DETACH = "detach";
 
 /// Whether a part must be named.
 enum Presence : bool { OPTIONAL = false, REQUIRED = true };
@@ -25,26 +26,26 @@ enum Presence : bool { OPTIONAL = false, REQUIRED = true };
 enum class Value { required, open, none };
 
 struct TargetRow {
-    const char* name;
+    std::string_view name;
     Presence presence;
     Value value;
-    const char* valueText;
-    const char* helpText;
+    std::string_view valueText;
+    std::string_view helpText;
 };
 
 struct PropertyRow {
     orvel::core::Attribute (*descriptor)();  ///< null ends the row's properties
     Presence presence;
-    const char* valueText;
+    std::string_view valueText;
     Value value;
-    const char* helpText;
+    std::string_view helpText;
 };
 
 struct CommandRow {
     std::int32_t id;
-    const char* verb;
-    const char* name;
-    const char* helpText;
+    std::string_view verb;
+    std::string_view name;
+    std::string_view helpText;
     const TargetRow* targets[4];    ///< null ends the list
     const CommandPart* options[3];  ///< null ends the list
     PropertyRow properties[4];
@@ -415,23 +416,24 @@ static_assert(std::size(COMMANDS) == 45 && idsAreUnique());
 
 CommandPart toPart(const TargetRow& row) {
     CommandPart part;
-    part.name = row.name;
+    part.name = Text::literal(row.name);
     part.required = row.presence == REQUIRED;
-    part.valueText = row.valueText;
+    part.valueText = Text::literal(row.valueText);
     part.valueRequired = row.value == Value::required;
-    part.helpText = row.helpText;
+    part.helpText = Text::literal(row.helpText);
     part.noValue = row.value == Value::none;
     return part;
 }
 
 CommandSpec toSpec(const CommandRow& row) {
-    CommandSpec spec(row.id, row.name, row.verb, row.helpText);
+    CommandSpec spec(row.id, Text::literal(row.name), Text::literal(row.verb),
+                     Text::literal(row.helpText));
     // The framework adds two options to each command.
     spec.options.reserve(std::size(row.options) + 2);
     for (const CommandPart* option : row.options) {
         if (option != nullptr) spec.addOption(*option);
     }
-    spec.targets.reserve(std::size(row.targets));
+    spec.targets.reserve(2);
     for (const TargetRow* target : row.targets) {
         if (target != nullptr) CommandSpec::addPart(spec.targets, toPart(*target));
     }

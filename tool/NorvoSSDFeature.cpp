@@ -269,11 +269,10 @@ Result NorvoSSDFeature::enableLibraryLog() {
                       "Invalid or corrupted configuration file: " + configuration::getConfigPath());
     }
     const auto settings = XmlConverter::toAttributes(*object);
-    const std::string enabled =
-        configuration::valueOf(settings, configuration::EnableLog().getName());
+    const std::string enabled = configuration::valueOf(settings, configuration::ENABLE_LOG);
     if (!strings::equals(enabled, "true", true)) return nullptr;
 
-    const std::string file = configuration::valueOf(settings, configuration::LogFile().getName());
+    const std::string file = configuration::valueOf(settings, configuration::LOG_FILE);
     if (library.enableLog(file)) return nullptr;
     return refuse(4, "Invalid debug LogFile given: " + file);
 }

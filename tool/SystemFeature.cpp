@@ -11,6 +11,7 @@
 #include "tool/ToolConfiguration.h"
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -44,9 +45,8 @@ bool isTrueOrFalse(const std::string& text) {
 }
 
 bool isSetting(const std::string& name) {
-    return name == configuration::EnableLog().getName() ||
-           name == configuration::EnableLSIAdapter().getName() ||
-           name == configuration::LogFile().getName();
+    return name == configuration::ENABLE_LOG || name == configuration::ENABLE_LSI_ADAPTER ||
+           name == configuration::LOG_FILE;
 }
 
 /// The settings that `text` holds, or nothing if it is no valid configuration.
@@ -57,35 +57,14 @@ std::optional<AttributeTable> readSettings(const std::string& text) {
     if (object->getAttribute(xml::tags::Name) != configuration::ROOT_NAME) return std::nullopt;
 
     AttributeTable settings = XmlConverter::toAttributes(*object);
-    const auto value = [&settings](const Attribute& setting) {
-        return configuration::valueOf(settings, setting.getName());
+    const auto value = [&settings](const char* setting) {
+        return configuration::valueOf(settings, setting);
     };
     // An absent setting reads as empty, which none of the three may be.
-    if (!isTrueOrFalse(value(configuration::EnableLog()))) return std::nullopt;
-    if (!isTrueOrFalse(value(configuration::EnableLSIAdapter()))) return std::nullopt;
-    if (value(configuration::LogFile()).empty()) return std::nullopt;
+    if (!isTrueOrFalse(value(configuration::ENABLE_LOG))) return std::nullopt;
+    if (!isTrueOrFalse(value(configuration::ENABLE_LSI_ADAPTER))) return std::nullopt;
+    if (value(configuration::LOG_FILE).empty()) return std::nullopt;
     return settings;
-}
-
-bool isBlank(std::string_view text) {
-    return text.find_first_not_of(" \t") == std::string_view::npos;
-}
-
-/// The names of a -display value. Blank ones ask for nothing and are kept away from `split`,
-/// which raises on them.
-std::vector<std::string> displayedNames(std::string_view value) {
-    std::string kept;
-    while (!value.empty()) {
-        const auto end = std::min(value.find(','), value.size());
-        const std::string_view piece = value.substr(0, end);
-        if (!isBlank(piece)) {
-            if (!kept.empty()) kept += ',';
-            kept += piece;
-        }
-        value.remove_prefix(std::min(end + 1, value.size()));
-    }
-    if (kept.empty()) return {};
-    return split(kept.c_str(), ',');
 }
 
 }  // namespace
@@ -98,20 +77,19 @@ SystemFeature::SystemFeature() : name("System"), configObject(std::make_unique<A
 }
 
 void SystemFeature::getPaths(std::vector<CommandSpec>& commands) {
-    CommandSpec enableLog(0, configuration::EnableLog().getName(), VERB_SET,
+    CommandSpec enableLog(0, configuration::ENABLE_LOG, VERB_SET,
                           "Enable/Disable TAVIK tool debug log.");
     enableLog.addOption(OPTION_HELP);
     enableLog.addTarget(targetSystem());
-    enableLog.addProperty(configuration::EnableLog().getName(), REQUIRED, "'true'|'false'",
-                          VALUE_REQUIRED,
+    enableLog.addProperty(configuration::ENABLE_LOG, REQUIRED, "'true'|'false'", VALUE_REQUIRED,
                           "true = enable TAVIK logging. false = disable TAVIK logging.");
     commands.push_back(std::move(enableLog));
 
-    CommandSpec logFile(1, configuration::LogFile().getName(), VERB_SET,
+    CommandSpec logFile(1, configuration::LOG_FILE, VERB_SET,
                         "Set the path and filename of the TAVIK log file.");
     logFile.addOption(OPTION_HELP);
     logFile.addTarget(targetSystem());
-    logFile.addProperty(configuration::LogFile().getName(), REQUIRED, "file name", VALUE_REQUIRED,
+    logFile.addProperty(configuration::LOG_FILE, REQUIRED, "file name", VALUE_REQUIRED,
                         "Valid directory path and file name");
     commands.push_back(std::move(logFile));
 
@@ -162,14 +140,14 @@ std::unique_ptr<ResultBase> SystemFeature::setProperty(Attribute descriptor,
                                                     descriptor.getName());
     }
     const auto& [key, value] = *property;
-    if (stringsIEqual(key, configuration::EnableLog().getName()) ||
-        stringsIEqual(key, configuration::EnableLSIAdapter().getName())) {
+    if (stringsIEqual(key, configuration::ENABLE_LOG) ||
+        stringsIEqual(key, configuration::ENABLE_LSI_ADAPTER)) {
         if (!isTrueOrFalse(value)) {
             return std::make_unique<ErrorResult>(
                 6,
                 "Invalid value for " + key + " property. Supported values are 'true' and 'false'.");
         }
-    } else if (!stringsIEqual(key, configuration::LogFile().getName())) {
+    } else if (!stringsIEqual(key, configuration::LOG_FILE)) {
         return std::make_unique<ErrorResult>(7, "Invalid property");
     }
     descriptor.setValue(value);
@@ -190,7 +168,7 @@ std::unique_ptr<ResultBase> SystemFeature::showConfig(const ParsedCommand& parse
                                     std::end(DEFAULT_DISPLAY_LIST));
     const auto display = parsed.options.find(OPTION_DISPLAY.name);
     const bool displayGiven = display != parsed.options.end();
-    if (displayGiven) wanted = displayedNames(display->second);
+    if (displayGiven) wanted = splitNonBlank(display->second, ',');
     const bool all = parsed.options.contains(OPTION_ALL.name);
 
     PropertyListResult properties;

@@ -35,9 +35,9 @@ Attribute setting(const char* name, const char* displayName, const char* value) 
 
 // clang-format off
 //                                           name                display name          default
-Attribute EnableLog()        { return setting("EnableLog",        "Enable Log",         "false"); }
-Attribute EnableLSIAdapter() { return setting("EnableLSIAdapter", "Enable LSI Adapter", "false"); }
-Attribute LogFile()          { return setting("LogFile",          "Log File",           "/var/log/ORVELI.log"); }
+Attribute EnableLog()        { return setting(ENABLE_LOG,         "Enable Log",         "false"); }
+Attribute EnableLSIAdapter() { return setting(ENABLE_LSI_ADAPTER, "Enable LSI Adapter", "false"); }
+Attribute LogFile()          { return setting(LOG_FILE,           "Log File",           "/var/log/ORVELI.log"); }
 
 // clang-format on
 
@@ -73,7 +73,7 @@ bool isAdapterEnabled() {
     const auto object = parse(text);
     if (object == nullptr) return false;
     const AttributeTable settings = XmlConverter::toAttributes(*object);
-    return strings::equals(valueOf(settings, EnableLSIAdapter().getName()), "true", true);
+    return strings::equals(valueOf(settings, ENABLE_LSI_ADAPTER), "true", true);
 }
 
 }  // namespace tavik::configuration

@@ -13,7 +13,12 @@ namespace tavik::configuration {
 /// Value of the `name` attribute of the file's top element.
 inline constexpr const char* ROOT_NAME = "TAVIK Config";
 
-// The three settings, each with its default value.
+// Names of the three settings.
+inline constexpr const char* ENABLE_LOG = "EnableLog";
+inline constexpr const char* ENABLE_LSI_ADAPTER = "EnableLSIAdapter";
+inline constexpr const char* LOG_FILE = "LogFile";
+
+// The settings, each with its default value.
 orvel::core::Attribute EnableLog();
 orvel::core::Attribute EnableLSIAdapter();
 orvel::core::Attribute LogFile();

@@ -27,24 +27,35 @@ constexpr bool VALUE_OPEN = false;
 constexpr bool NO_VALUE = true;
 constexpr bool VALUE_ALLOWED = false;
 
+CommandPart part(const char* name, bool required, const char* valueText, bool valueRequired,
+                 const char* helpText, const char* shortName, bool noValue) {
+    return {Text::literal(name),
+            required,
+            Text::literal(valueText),
+            valueRequired,
+            Text::literal(helpText),
+            Text::literal(shortName),
+            noValue};
+}
+
 }  // namespace
 
 // clang-format off
 //                                                 name            required  value text           value required  help text                                                          short  no value
-const CommandPart OPTION_ALL                    = {"-all",         OPTIONAL, "",                  VALUE_OPEN,     "Display all possible attributes.",                                "-a",  NO_VALUE};
-const CommandPart OPTION_DISPLAY                = {"-display",     OPTIONAL, "Property1,...",     VALUE_REQUIRED, "Specify which attributes are displayed.",                         "-d",  VALUE_ALLOWED};
-const CommandPart OPTION_WAIT                   = {"-wait",        OPTIONAL, "",                  VALUE_OPEN,     "Wait for the command to finish before returning.",                "-w",  NO_VALUE};
-const CommandPart OPTION_FORCE                  = {"-force",       OPTIONAL, "",                  VALUE_OPEN,     "Force the operation",                                             "-f",  NO_VALUE};
-const CommandPart OPTION_EXAMINE                = {"-examine",     OPTIONAL, "",                  VALUE_OPEN,     "Examine the source file",                                         "-x",  NO_VALUE};
-const CommandPart OPTION_SOURCE                 = {"-source",      OPTIONAL, "path",              VALUE_REQUIRED, "Path to the source file.",                                        "",    VALUE_ALLOWED};
-const CommandPart OPTION_SOURCE_REQUIRED        = {"-source",      REQUIRED, "path",              VALUE_REQUIRED, "Path to the source file.",                                        "",    VALUE_ALLOWED};
-const CommandPart OPTION_DESTINATION            = {"-destination", OPTIONAL, "path",              VALUE_REQUIRED, "Path to the destination file.",                                   "",    VALUE_ALLOWED};
-const CommandPart OPTION_DESTINATION_REQUIRED   = {"-destination", REQUIRED, "path",              VALUE_REQUIRED, "Path to the destination file.",                                   "",    VALUE_ALLOWED};
-const CommandPart OPTION_OUTPUT                 = {"-output",      OPTIONAL, "text|nvmxml|json",  VALUE_REQUIRED, "Change the output format. One of \"text\", \"nvmxml\" or \"json\".", "-o", VALUE_ALLOWED};
+const CommandPart OPTION_ALL                    = part("-all",         OPTIONAL, "",                  VALUE_OPEN,     "Display all possible attributes.",                                "-a",  NO_VALUE);
+const CommandPart OPTION_DISPLAY                = part("-display",     OPTIONAL, "Property1,...",     VALUE_REQUIRED, "Specify which attributes are displayed.",                         "-d",  VALUE_ALLOWED);
+const CommandPart OPTION_WAIT                   = part("-wait",        OPTIONAL, "",                  VALUE_OPEN,     "Wait for the command to finish before returning.",                "-w",  NO_VALUE);
+const CommandPart OPTION_FORCE                  = part("-force",       OPTIONAL, "",                  VALUE_OPEN,     "Force the operation",                                             "-f",  NO_VALUE);
+const CommandPart OPTION_EXAMINE                = part("-examine",     OPTIONAL, "",                  VALUE_OPEN,     "Examine the source file",                                         "-x",  NO_VALUE);
+const CommandPart OPTION_SOURCE                 = part("-source",      OPTIONAL, "path",              VALUE_REQUIRED, "Path to the source file.",                                        "",    VALUE_ALLOWED);
+const CommandPart OPTION_SOURCE_REQUIRED        = part("-source",      REQUIRED, "path",              VALUE_REQUIRED, "Path to the source file.",                                        "",    VALUE_ALLOWED);
+const CommandPart OPTION_DESTINATION            = part("-destination", OPTIONAL, "path",              VALUE_REQUIRED, "Path to the destination file.",                                   "",    VALUE_ALLOWED);
+const CommandPart OPTION_DESTINATION_REQUIRED   = part("-destination", REQUIRED, "path",              VALUE_REQUIRED, "Path to the destination file.",                                   "",    VALUE_ALLOWED);
+const CommandPart OPTION_OUTPUT                 = part("-output",      OPTIONAL, "text|nvmxml|json",  VALUE_REQUIRED, "Change the output format. One of \"text\", \"nvmxml\" or \"json\".", "-o", VALUE_ALLOWED);
 // Intended: `noValue` is clear. FeatureBase::validate refuses a value in words of its own.
-const CommandPart OPTION_HELP                   = {"-help",        OPTIONAL, "",                  VALUE_OPEN,     "Display help for the command.",                                   "-h",  VALUE_ALLOWED};
-const CommandPart PROPERTY_VERB                 = {"verb",         OPTIONAL, "verb",              VALUE_REQUIRED, "Commands with verb to show help on.",                             "",    VALUE_ALLOWED};
-const CommandPart PROPERTY_NAME                 = {"Name",         OPTIONAL, "name",              VALUE_REQUIRED, "Commands to show help on.",                                       "",    VALUE_ALLOWED};
+const CommandPart OPTION_HELP                   = part("-help",        OPTIONAL, "",                  VALUE_OPEN,     "Display help for the command.",                                   "-h",  VALUE_ALLOWED);
+const CommandPart PROPERTY_VERB                 = part("verb",         OPTIONAL, "verb",              VALUE_REQUIRED, "Commands with verb to show help on.",                             "",    VALUE_ALLOWED);
+const CommandPart PROPERTY_NAME                 = part("Name",         OPTIONAL, "name",              VALUE_REQUIRED, "Commands to show help on.",                                       "",    VALUE_ALLOWED);
 
 // clang-format on
 

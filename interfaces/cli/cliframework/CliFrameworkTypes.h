@@ -2,6 +2,8 @@
 // comparing and cutting strings.
 #pragma once
 
+#include "interfaces/cli/cliframework/Text.h"
+
 #include <cstdint>
 #include <map>
 #include <string>
@@ -30,12 +32,12 @@ struct Token {
 
 /// One declared option, target or property of a command.
 struct CommandPart {
-    std::string name;            ///< the word that the line uses, such as "-display"
+    Text name;                   ///< the word that the line uses, such as "-display"
     bool required = false;       ///< the command is complete only if the line names this part
-    std::string valueText;       ///< placeholder of the value in usage text; empty: takes none
+    Text valueText;              ///< placeholder of the value in usage text; empty: takes none
     bool valueRequired = false;  ///< if named, the part must have a non-empty value
-    std::string helpText;        ///< one line of description
-    std::string shortName;       ///< short form of an option, such as "-d"; may be empty
+    Text helpText;               ///< one line of description
+    Text shortName;              ///< short form of an option, such as "-d"; may be empty
     bool noValue = false;        ///< if named, the part must have no value
     bool found = false;          ///< set by the parser when a token matched this part
 };

@@ -11,7 +11,7 @@ namespace {
 /// Room for the text form of most commands.
 constexpr std::size_t USUAL_LENGTH = 256;
 
-CommandPart* findPart(std::vector<CommandPart>& list, const std::string& name) {
+CommandPart* findPart(std::vector<CommandPart>& list, std::string_view name) {
     const auto held = std::find_if(
         list.begin(), list.end(), [&name](const CommandPart& entry) { return entry.name == name; });
     return held != list.end() ? &*held : nullptr;
@@ -39,7 +39,7 @@ void appendList(std::string& text, const std::vector<CommandPart>& list, bool is
 
 }  // namespace
 
-CommandSpec::CommandSpec(std::int32_t id, std::string name, std::string verb, std::string helpText)
+CommandSpec::CommandSpec(std::int32_t id, Text name, Text verb, Text helpText)
     : id(id),
       name(std::move(name)),
       verb(std::move(verb)),
@@ -67,22 +67,30 @@ CommandPart& CommandSpec::addProperty(const CommandPart& part) {
     return addPart(properties, part);
 }
 
-CommandPart& CommandSpec::addOption(const std::string& partName, bool required,
-                                    const std::string& valueText, bool valueRequired,
-                                    const std::string& partHelp, const std::string& shortName) {
-    return addPart(options, {partName, required, valueText, valueRequired, partHelp, shortName});
+CommandPart& CommandSpec::addOption(Text partName, bool required, Text valueText,
+                                    bool valueRequired, Text partHelp, Text shortName) {
+    return addPart(options, {std::move(partName), required, std::move(valueText), valueRequired,
+                             std::move(partHelp), std::move(shortName)});
 }
 
-CommandPart& CommandSpec::addTarget(const std::string& partName, bool required,
-                                    const std::string& valueText, bool valueRequired,
-                                    const std::string& partHelp) {
-    return addPart(targets, {partName, required, valueText, valueRequired, partHelp, ""});
+CommandPart& CommandSpec::addTarget(Text partName, bool required, Text valueText,
+                                    bool valueRequired, Text partHelp) {
+    return addPart(targets, {std::move(partName),
+                             required,
+                             std::move(valueText),
+                             valueRequired,
+                             std::move(partHelp),
+                             {}});
 }
 
-CommandPart& CommandSpec::addProperty(const std::string& partName, bool required,
-                                      const std::string& valueText, bool valueRequired,
-                                      const std::string& partHelp) {
-    return addPart(properties, {partName, required, valueText, valueRequired, partHelp, ""});
+CommandPart& CommandSpec::addProperty(Text partName, bool required, Text valueText,
+                                      bool valueRequired, Text partHelp) {
+    return addPart(properties, {std::move(partName),
+                                required,
+                                std::move(valueText),
+                                valueRequired,
+                                std::move(partHelp),
+                                {}});
 }
 
 std::string CommandSpec::listToString(const std::vector<CommandPart>& list, bool isProperty) {

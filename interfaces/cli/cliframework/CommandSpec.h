@@ -13,7 +13,7 @@ namespace cli::framework {
 class CommandSpec {
 public:
     CommandSpec() = default;
-    CommandSpec(std::int32_t id, std::string name, std::string verb, std::string helpText);
+    CommandSpec(std::int32_t id, Text name, Text verb, Text helpText);
 
     /// Appends a copy of `part`, unless `list` holds a part of that name, which then stays as it
     /// is. Returns the part that the list holds.
@@ -24,13 +24,12 @@ public:
     CommandPart& addTarget(const CommandPart& part);
     CommandPart& addProperty(const CommandPart& part);
 
-    CommandPart& addOption(const std::string& name, bool required, const std::string& valueText,
-                           bool valueRequired, const std::string& helpText,
-                           const std::string& shortName);
-    CommandPart& addTarget(const std::string& name, bool required, const std::string& valueText,
-                           bool valueRequired, const std::string& helpText);
-    CommandPart& addProperty(const std::string& name, bool required, const std::string& valueText,
-                             bool valueRequired, const std::string& helpText);
+    CommandPart& addOption(Text name, bool required, Text valueText, bool valueRequired,
+                           Text helpText, Text shortName);
+    CommandPart& addTarget(Text name, bool required, Text valueText, bool valueRequired,
+                           Text helpText);
+    CommandPart& addProperty(Text name, bool required, Text valueText, bool valueRequired,
+                             Text helpText);
 
     /// Text form of one list: each part followed by one blank.
     static std::string listToString(const std::vector<CommandPart>& list, bool isProperty);
@@ -39,12 +38,12 @@ public:
     std::string asStr() const;
 
     std::int32_t id = 0;               ///< what the feature's `run` switches on
-    std::string name;                  ///< short name, such as "EnableLog"
-    std::string verb;                  ///< one of the shared verb constants
+    Text name;                         ///< short name, such as "EnableLog"
+    Text verb;                         ///< one of the shared verb constants
     std::vector<CommandPart> options;  ///< in declared order, like the two lists below
     std::vector<CommandPart> targets;
     std::vector<CommandPart> properties;
-    std::string helpText;
+    Text helpText;
 };
 
 }  // namespace cli::framework

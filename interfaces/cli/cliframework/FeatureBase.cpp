@@ -28,13 +28,14 @@ bool isOutputWord(std::string_view value) {
 /// The name that a command is ordered by. `Framework::buildCommands` gives every command at least
 /// two options; one that did not come from there may have fewer.
 std::string_view sortKey(const CommandRef& command) {
-    return command.options.size() < 2 ? std::string_view() : command.options[1].name;
+    if (command.options.size() < 2) return {};
+    return command.options[1].name;
 }
 
 }  // namespace
 
 std::unique_ptr<ResultBase> FeatureBase::validate(const ParsedCommand& parsed) {
-    const TraceObject trace("interfaces/cli/cliframework/FeatureBase", __func__, __LINE__);
+    const TraceObject trace(__FILE__, __func__, __LINE__);
     const auto& options = parsed.options;
     const auto all = options.find(OPTION_ALL.name);
     const auto display = options.find(OPTION_DISPLAY.name);
@@ -65,6 +66,7 @@ std::unique_ptr<ResultBase> FeatureBase::validate(const ParsedCommand& parsed) {
 bool SortOption(const CommandRef& a, const CommandRef& b) {
     const std::string_view x = sortKey(a);
     const std::string_view y = sortKey(b);
+    if (x == y) return false;
     const auto [inX, inY] =
         std::mismatch(x.begin(), x.end(), y.begin(), y.end(),
                       [](char left, char right) { return lowered(left) == lowered(right); });

@@ -19,8 +19,6 @@ namespace cli::framework {
 
 namespace {
 
-constexpr const char* SOURCE_PATH = "interfaces/cli/cliframework/Framework";
-
 struct ShortOption {
     std::string_view spelling;
     std::string_view name;
@@ -110,7 +108,7 @@ std::unique_ptr<ResultBase> Framework::execute(const std::vector<std::string>& a
 }
 
 std::unique_ptr<ResultBase> Framework::execute(int argc, const char* const* argv) {
-    const TraceObject trace(SOURCE_PATH, __func__, __LINE__);
+    const TraceObject trace(__FILE__, __func__, __LINE__);
     if (argc < 1) {
         ParsedCommand parsed;
         parsed.verb = VERB_HELP;
@@ -191,7 +189,7 @@ std::unique_ptr<ResultBase> Framework::runCommand(const CommandRef& command, con
 }
 
 std::vector<CommandRef> Framework::buildCommands() {
-    const TraceObject trace(SOURCE_PATH, __func__, __LINE__);
+    const TraceObject trace(__FILE__, __func__, __LINE__);
     std::vector<CommandRef> commands;
     for (const auto& [key, feature] : features) {
         std::vector<CommandSpec> specs;
@@ -209,20 +207,24 @@ std::vector<CommandRef> Framework::buildCommands() {
 
 std::vector<Token> Framework::tokenize(int argc, const char* const* argv,
                                        const std::vector<CommandRef>& commands) const {
-    const TraceObject trace(SOURCE_PATH, __func__, __LINE__);
+    const TraceObject trace(__FILE__, __func__, __LINE__);
     std::vector<std::string> verbs;
     std::vector<std::string> targets;
     std::vector<std::string> options;
     std::vector<std::string> properties;
+    verbs.reserve(commands.size());
+    targets.reserve(2 * commands.size());
+    options.reserve(6 * commands.size());
+    properties.reserve(commands.size());
     for (const CommandRef& command : commands) {
-        verbs.push_back(command.verb);
+        verbs.emplace_back(command.verb);
         for (const CommandPart& part : command.targets)
-            targets.push_back(part.name);
+            targets.emplace_back(part.name);
         for (const CommandPart& part : command.properties)
-            properties.push_back(part.name);
+            properties.emplace_back(part.name);
         for (const CommandPart& part : command.options) {
-            options.push_back(part.name);
-            if (!part.shortName.empty()) options.push_back(part.shortName);
+            options.emplace_back(part.name);
+            if (!part.shortName.empty()) options.emplace_back(part.shortName);
         }
     }
 
@@ -240,7 +242,7 @@ std::vector<Token> Framework::tokenize(int argc, const char* const* argv,
 }
 
 void Framework::filterIncompleteCommands(TokenType tokenType, std::vector<CommandRef>& commands) {
-    const TraceObject trace(SOURCE_PATH, __func__, __LINE__);
+    const TraceObject trace(__FILE__, __func__, __LINE__);
     for (auto index = commands.size(); index-- > 0;) {
         CommandRef& command = commands[index];
         const std::vector<CommandPart>* const parts = getCommandPart(tokenType, command);
@@ -251,7 +253,7 @@ void Framework::filterIncompleteCommands(TokenType tokenType, std::vector<Comman
         if (missing == parts->end()) continue;
 
         logger.writeLine([&] {
-            return tokenTypeToString(tokenType) + " '" + missing->name +
+            return tokenTypeToString(tokenType) + " '" + std::string(missing->name) +
                    "' required, but not found?";
         });
         logger.writeLine([&] { return "Removing: " + command.asStr(); });

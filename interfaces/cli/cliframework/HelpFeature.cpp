@@ -11,8 +11,6 @@ namespace cli::framework {
 
 namespace {
 
-constexpr const char* SOURCE_PATH = "interfaces/cli/cliframework/HelpFeature";
-
 std::string propertyValue(const ParsedCommand& parsed, const std::string& key) {
     const auto entry = parsed.properties.find(key);
     return entry == parsed.properties.end() ? std::string() : entry->second;
@@ -25,7 +23,7 @@ HelpFeature::HelpFeature() : name("Help") {}
 HelpFeature::HelpFeature(CommandSpec command) : command(std::move(command)) {}
 
 void HelpFeature::getPaths(std::vector<CommandSpec>& commands) {
-    const TraceObject trace(SOURCE_PATH, __func__, __LINE__);
+    const TraceObject trace(__FILE__, __func__, __LINE__);
     CommandSpec& help = commands.emplace_back(
         0, "Help", VERB_HELP,
         "Retrieve a list of supported commands. Filter the results by providing a specific verb or "
@@ -36,7 +34,7 @@ void HelpFeature::getPaths(std::vector<CommandSpec>& commands) {
 }
 
 std::unique_ptr<ResultBase> HelpFeature::run(const CommandSpec&, const ParsedCommand& parsed) {
-    const TraceObject trace(SOURCE_PATH, __func__, __LINE__);
+    const TraceObject trace(__FILE__, __func__, __LINE__);
     auto result = std::make_unique<HelpResult>();
     if (parsed.verb != VERB_HELP) {
         result->push_back(command);
