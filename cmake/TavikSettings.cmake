@@ -3,6 +3,7 @@
 set(TAVIK_INSTALL_DIR "/opt/norvo/tavik" CACHE STRING
     "Installation folder compiled into the tool: it holds the configuration file, the feature library and the firmware modules")
 option(TAVIK_LINK_VMKMGMT "Link the ESXi host's management library libvmkmgmt.so" OFF)
+set(TAVIK_VMKMGMT_DIR "" CACHE PATH "Folder of libvmkmgmt.so where the linker does not look by itself")
 option(TAVIK_BUILD_TESTS "Build the tests" ON)
 option(TAVIK_BUILD_BENCH "Build the benchmarks" OFF)
 option(TAVIK_BUILD_DEMO "Build the ready-made feature library that answers without any drive" OFF)

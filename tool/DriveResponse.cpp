@@ -52,7 +52,7 @@ bool hasCategory(const xml::XmlElement& element, std::string_view category) {
     return stringsIEqual(attributeOf(element, xml::tags::Category), category);
 }
 
-const xml::XmlObject* firstOfCategory(const xml::XmlObject& parent, std::string_view category) {
+xml::XmlObject* firstOfCategory(const xml::XmlObject& parent, std::string_view category) {
     const auto& objects = parent.getObjects();
     const auto hit = std::find_if(objects.begin(), objects.end(), [category](const auto& object) {
         return hasCategory(*object, category);
@@ -84,7 +84,8 @@ void findStatuses(const xml::XmlElement& element, std::vector<const xml::XmlObje
     }
 }
 
-std::string doubleBackslashes(std::string_view text) {
+std::string doubleBackslashes(std::string text) {
+    if (text.find('\\') == std::string::npos) return text;
     std::string doubled;
     doubled.reserve(text.size());
     for (const char character : text) {
@@ -104,18 +105,19 @@ std::string labelOf(const xml::XmlElement& element, std::string_view separator) 
     return label;
 }
 
-void insertProperty(ObjectResult& result, const xml::XmlProperty& property, bool ofStatus) {
-    std::string name = doubleBackslashes(attributeOf(property, xml::tags::Name));
-    const auto value = attributeOf(property, xml::tags::Value);
+/// Moves the property's texts into the result.
+void moveProperty(xml::XmlProperty& property, ObjectResult& result, bool ofStatus) {
+    std::string name = doubleBackslashes(property.takeAttribute(xml::tags::Name));
+    std::string value = property.takeAttribute(xml::tags::Value);
     const auto description = attributeOf(property, xml::tags::Description);
     if (!description.empty()) {
         name += " - ";
         name += description;
     }
     if (!ofStatus) {
-        result.insert(std::move(name), std::string(value));
+        result.insert(std::move(name), std::move(value));
     } else if (stringsIEqual(name, "Message")) {
-        result.insert("Status", std::string(value));
+        result.insert("Status", std::move(value));
     } else if (stringsIEqual(name, "Code") && value != "0") {
         result.setErrorCode(3);
     }
@@ -131,6 +133,42 @@ std::unique_ptr<ObjectResult> attributesToResult(const xml::XmlObject& object) {
     auto result = std::make_unique<ObjectResult>();
     for (auto& [name, value] : lines) {
         result->insert(name, std::move(value));
+    }
+    return result;
+}
+
+void removeOwnProperties(xml::XmlObject& object, const std::vector<std::string>& names) {
+    for (const std::string& name : names)
+        object.removeProperty(name);
+}
+
+/// `objectToResult` for an object that is not needed any more: its texts are moved, not copied.
+/// The properties of the names in `hidden` are removed from each object just before, so that a
+/// large answer is walked once.
+std::unique_ptr<ObjectResult> moveToResult(xml::XmlObject& object,
+                                           const std::vector<std::string>& hidden) {
+    removeOwnProperties(object, hidden);
+    auto result = std::make_unique<ObjectResult>();
+    result->reserve(object.getProperties().size(), object.getObjects().size());
+    const auto description = attributeOf(object, xml::tags::Description);
+    if (!description.empty()) {
+        result->insert(std::string(description),
+                       std::string(attributeOf(object, xml::tags::Value)));
+    }
+    const bool isStatus = hasCategory(object, xml::categories::Status);
+    for (const auto& property : object.getProperties()) {
+        moveProperty(*property, *result, isStatus);
+    }
+    for (const auto& child : object.getObjects()) {
+        if (hasCategory(*child, xml::categories::AttributeList)) {
+            removeOwnProperties(*child, hidden);
+            result->insert(child->getAttribute(xml::tags::Key), attributesToResult(*child));
+            continue;
+        }
+        auto sub = moveToResult(*child, hidden);
+        // Intended: a code of 0 counts too, so that the last child decides.
+        result->setErrorCode(sub->getErrorCode());
+        result->insert(labelOf(*child, " "), std::move(sub));
     }
     return result;
 }
@@ -179,34 +217,14 @@ std::unique_ptr<ErrorResult> checkResponseStatus(const xml::XmlElement& element,
 std::unique_ptr<ResultBase> responseToResult(std::unique_ptr<xml::XmlElement> response) {
     auto* const root = dynamic_cast<xml::XmlObject*>(response.get());
     if (root == nullptr) return std::make_unique<ObjectResult>();
-    root->removeProperties(hiddenAttributes());
-    const xml::XmlObject* const output = firstOfCategory(*root, xml::categories::Output);
+    xml::XmlObject* const output = firstOfCategory(*root, xml::categories::Output);
     if (output == nullptr) return std::make_unique<ObjectResult>();
-    return objectToResult(*output);
+    return moveToResult(*output, hiddenAttributes());
 }
 
 std::unique_ptr<ObjectResult> objectToResult(const xml::XmlObject& object) {
-    auto result = std::make_unique<ObjectResult>();
-    const auto description = attributeOf(object, xml::tags::Description);
-    if (!description.empty()) {
-        result->insert(std::string(description),
-                       std::string(attributeOf(object, xml::tags::Value)));
-    }
-    const bool isStatus = hasCategory(object, xml::categories::Status);
-    for (const auto& property : object.getProperties()) {
-        insertProperty(*result, *property, isStatus);
-    }
-    for (const auto& child : object.getObjects()) {
-        if (hasCategory(*child, xml::categories::AttributeList)) {
-            result->insert(child->getAttribute(xml::tags::Key), attributesToResult(*child));
-            continue;
-        }
-        auto sub = objectToResult(*child);
-        // Intended: a code of 0 counts too, so that the last child decides.
-        result->setErrorCode(sub->getErrorCode());
-        result->insert(labelOf(*child, " "), std::move(sub));
-    }
-    return result;
+    xml::XmlObject copy(object);
+    return moveToResult(copy, {});
 }
 
 std::unique_ptr<ResultBase> saveOutputPayload(const xml::XmlElement* response,

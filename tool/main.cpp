@@ -6,14 +6,27 @@
 #include "tool/SystemFeature.h"
 #include "tool/VersionFeature.h"
 
+#include <malloc.h>
+
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
 
+namespace {
+
+/// An answer is turned from tree to tree, each freed bit by bit while the next one grows. Small
+/// pieces that wait in the allocator's lists to be merged later cost a third of a long run.
+void mergeFreedMemoryAtOnce() {
+    ::mallopt(M_MXFAST, 0);
+}
+
+}  // namespace
+
 int main(int argc, char* argv[]) {
     using cli::framework::Framework;
 
+    mergeFreedMemoryAtOnce();
     tavik::standard_streams::prepare();
 
     Framework& framework = Framework::getInstance();

@@ -80,11 +80,17 @@ std::string XmlElement::getAttribute(const std::string& key) const {
     return value == nullptr ? std::string() : *value;
 }
 
+// A row of a few short keys is searched faster from end to end than by halves.
 const std::string* XmlElement::findAttribute(std::string_view key) const {
-    const auto place = std::lower_bound(
-        attributes.begin(), attributes.end(), key,
-        [](const auto& row, std::string_view wanted) { return row.first < wanted; });
-    return place == attributes.end() || place->first != key ? nullptr : &place->second;
+    const auto place = std::find_if(attributes.begin(), attributes.end(),
+                                    [key](const auto& row) { return row.first == key; });
+    return place == attributes.end() ? nullptr : &place->second;
+}
+
+std::string XmlElement::takeAttribute(std::string_view key) {
+    const auto place = std::find_if(attributes.begin(), attributes.end(),
+                                    [key](const auto& row) { return row.first == key; });
+    return place == attributes.end() ? std::string() : std::exchange(place->second, {});
 }
 
 void XmlElement::setAttribute(const std::string& key, std::string value) {

@@ -17,6 +17,15 @@ std::string toPropertyTag(const std::string& name) {
     return tag;
 }
 
+/// The text of a cell, not copied if the cell is of the common kind; `holder` then stays unused.
+std::string_view textOf(const ResultBase& cell, std::string& holder) {
+    if (typeid(cell) == typeid(SimpleResult) && cell.getOutputType() == OutputType::text) {
+        return static_cast<const SimpleResult&>(cell).getText();
+    }
+    holder = cell.output();
+    return holder;
+}
+
 void indent() {
     ObjectResult::tab += '\t';
 }
@@ -62,9 +71,10 @@ std::string ObjectResult::outputCSV() const {
 
 void ObjectResult::OutputPropertyJson(const Properties& list, std::string_view prefix,
                                       std::string& stream) const {
+    std::string holder;
     for (const Property& property : list) {
         append(stream, "\t", tab, prefix, "\"", property.first, "\":");
-        appendJsonValue(stream, property.second->output());
+        appendJsonValue(stream, textOf(*property.second, holder));
         const bool isLast = &property == &list.back();
         if (!isLast || !children.empty()) stream += ',';
         stream += '\n';
@@ -73,6 +83,11 @@ void ObjectResult::OutputPropertyJson(const Properties& list, std::string_view p
 
 void ObjectResult::setRoot(std::string name) {
     root = std::move(name);
+}
+
+void ObjectResult::reserve(std::size_t propertyCount, std::size_t childCount) {
+    properties.reserve(propertyCount);
+    children.reserve(childCount);
 }
 
 void ObjectResult::appendChild(const std::string& key, std::unique_ptr<ObjectResult> child) {
@@ -108,8 +123,9 @@ void ObjectResult::writeChild(const ObjectResult& child, Writer writer, Operatio
 void ObjectResult::writeText(std::string& text) const {
     if (!root.empty()) append(text, "\n- ", root, " -\n");
     if (!properties.empty()) text += '\n';
+    std::string holder;
     for (const auto& [name, cell] : properties) {
-        append(text, name, " : ", cell->output(), "\n");
+        append(text, name, " : ", textOf(*cell, holder), "\n");
     }
     for (const auto& child : children) {
         writeChild(*child, &ObjectResult::writeText, &ObjectResult::outputText, text);
@@ -120,9 +136,11 @@ void ObjectResult::writeText(std::string& text) const {
 void ObjectResult::writeXml(std::string& text) const {
     const std::string tag = toTag(root);
     append(text, tab, "<", tag, ">");
+    std::string holder;
     for (const auto& [name, cell] : properties) {
         const std::string propertyTag = toPropertyTag(name);
-        append(text, "\n", tab, "\t<", propertyTag, ">", cell->output(), "</", propertyTag, ">");
+        append(text, "\n", tab, "\t<", propertyTag, ">", textOf(*cell, holder), "</", propertyTag,
+               ">");
     }
     if (!properties.empty()) text += '\n';
     if (!children.empty()) {
@@ -155,8 +173,9 @@ void ObjectResult::writeJson(std::string& text) const {
 }
 
 void ObjectResult::writeCsv(std::string& text) const {
+    std::string holder;
     for (const auto& [name, cell] : properties) {
-        append(text, name, ",", cell->output(), ",");
+        append(text, name, ",", textOf(*cell, holder), ",");
     }
     for (const auto& child : children) {
         append(text, child->root, ",\n");

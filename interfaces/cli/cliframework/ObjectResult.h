@@ -39,6 +39,9 @@ public:
 
     std::string getRoot() const { return root; }
 
+    /// Makes room, for those who know how much will come.
+    void reserve(std::size_t propertyCount, std::size_t childCount);
+
     // A child or a cell is never null.
 
     /// Appends a child, which `key` renames.

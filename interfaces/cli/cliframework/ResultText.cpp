@@ -3,7 +3,6 @@
 #include "interfaces/cli/cliframework/CliFrameworkTypes.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace cli::framework {
 
@@ -23,7 +22,7 @@ std::string toApostrophes(std::string text) {
     return text;
 }
 
-void appendJsonValue(std::string& text, std::string value) {
+void appendJsonValue(std::string& text, std::string_view value) {
     if (stringIsNumeric(value, false)) {
         text += value;
     } else if (stringsIEqual(value, "true")) {
@@ -31,7 +30,10 @@ void appendJsonValue(std::string& text, std::string value) {
     } else if (stringsIEqual(value, "false")) {
         text += "false";
     } else {
-        append(text, "\"", toApostrophes(std::move(value)), "\"");
+        text += '"';
+        const auto start = text.insert(text.end(), value.begin(), value.end());
+        std::replace(start, text.end(), '"', '\'');
+        text += '"';
     }
 }
 

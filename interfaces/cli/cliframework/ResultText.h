@@ -23,6 +23,6 @@ std::string toApostrophes(std::string text);
 
 /// Appends the JSON form of a property's value: a number or a truth value bare, anything else in
 /// double quotes. Control characters and backslashes go through as they are.
-void appendJsonValue(std::string& text, std::string value);
+void appendJsonValue(std::string& text, std::string_view value);
 
 }  // namespace cli::framework

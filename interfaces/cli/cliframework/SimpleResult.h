@@ -17,7 +17,6 @@ public:
     std::string outputJson() const override;
     std::string outputCSV() const override;
 
-protected:
     const std::string& getText() const { return text; }
 
 private:

@@ -34,6 +34,15 @@ TEST(XmlElement, KeepsTheTypeOfItsClass) {
     EXPECT_EQ(XmlProperty().getType(), "Property");
 }
 
+TEST(XmlElement, GivesTheTextOfAnAttributeAwayAndKeepsAnEmptyOne) {
+    XmlProperty property;
+    property.setAttribute("name", "Index");
+    property.setAttribute("value", "1");
+    EXPECT_EQ(property.takeAttribute("value"), "1");
+    EXPECT_EQ(property.takeAttribute("absent"), "");
+    EXPECT_EQ(written(property), "<Property name=\"Index\" value=\"\"/>");
+}
+
 TEST(XmlElement, ReadsAnAbsentAttributeAsEmptyWithoutInsertingIt) {
     const XmlProperty property;
     EXPECT_EQ(property.getAttribute("name"), "");
