@@ -7,6 +7,8 @@
 #include "core/Strings.h"
 #include "core/XmlConverter.h"
 #include "core/xml/Vocabulary.h"
+#include "core/xml/XmlContainer.h"
+#include "core/xml/XmlList.h"
 #include "core/xml/XmlProperty.h"
 #include "interfaces/cli/cliframework/SimpleResult.h"
 
@@ -56,6 +58,30 @@ const xml::XmlObject* firstOfCategory(const xml::XmlObject& parent, std::string_
         return hasCategory(*object, category);
     });
     return hit != objects.end() ? hit->get() : nullptr;
+}
+
+/// Adds the objects of category "status" in the subtree to `hits`, and stops at the second.
+/// `XmlElement::find` would copy each with all that lies in it.
+void findStatuses(const xml::XmlElement& element, std::vector<const xml::XmlObject*>& hits) {
+    if (hits.size() > 1) return;
+    if (const auto* const list = dynamic_cast<const xml::XmlList*>(&element)) {
+        for (const auto& object : list->getObjects()) {
+            findStatuses(*object, hits);
+        }
+        return;
+    }
+    const auto* const container = dynamic_cast<const xml::XmlContainer*>(&element);
+    if (container == nullptr) return;
+    const auto* const object = dynamic_cast<const xml::XmlObject*>(container);
+    if (object != nullptr && attributeOf(*object, xml::tags::Category) == xml::categories::Status) {
+        hits.push_back(object);
+    }
+    for (const auto& list : container->getLists()) {
+        findStatuses(*list, hits);
+    }
+    for (const auto& child : container->getObjects()) {
+        findStatuses(*child, hits);
+    }
 }
 
 std::string doubleBackslashes(std::string_view text) {
@@ -129,14 +155,14 @@ std::unique_ptr<ResultBase> savePayload(const xml::XmlObject& drive,
 }  // namespace
 
 std::unique_ptr<ErrorResult> checkResponseStatus(const xml::XmlElement& element, Status& status) {
-    const auto hits =
-        element.find(xml::XmlObject::_type, xml::tags::Category, xml::categories::Status, true);
+    std::vector<const xml::XmlObject*> hits;
+    findStatuses(element, hits);
     if (hits.size() != 1) return nullptr;
 
     std::string category;
     std::string code;
     std::string message;
-    for (const auto& property : static_cast<const xml::XmlObject&>(*hits.front()).getProperties()) {
+    for (const auto& property : hits.front()->getProperties()) {
         const auto name = attributeOf(*property, xml::tags::Name);
         const auto value = attributeOf(*property, xml::tags::Value);
         if (name == "Category") category = value;
