@@ -90,10 +90,15 @@ std::size_t sizeOf(const Node& node) {
     return size;
 }
 
-std::string replaced(std::string text, std::string_view from, std::string_view to) {
-    for (auto at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
-        text.replace(at, from.size(), to);
-    return text;
+std::string replaced(std::string_view text, std::string_view from, std::string_view to) {
+    std::string result;
+    while (true) {
+        const std::size_t at = text.find(from);
+        result += text.substr(0, at);
+        if (at == std::string_view::npos) return result;
+        result += to;
+        text.remove_prefix(at + from.size());
+    }
 }
 
 std::string escaped(std::string value) {
