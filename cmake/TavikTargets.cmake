@@ -40,6 +40,17 @@ else()
         $<$<NOT:$<CONFIG:Debug>>:_FORTIFY_SOURCE=2>)
 endif()
 
+if(TAVIK_BUILD_FUZZERS)
+    if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+        message(FATAL_ERROR "The fuzz targets need clang: TAVIK_BUILD_FUZZERS is for the preset fuzz")
+    endif()
+    # The fuzzer learns from the coverage of everything that a target links.
+    target_compile_options(tavik_flags INTERFACE -fsanitize=fuzzer-no-link)
+    # A feature library may read a length at another width than the tool passes it.
+    target_compile_options(tavik_flags INTERFACE -fno-sanitize=function)
+    target_link_options(tavik_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 # tavik_add_library(<name> SOURCES <files> [LINKS <targets>]): one folder's library, with the
 # alias Tavik::<name>.
 function(tavik_add_library name)

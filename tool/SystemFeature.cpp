@@ -13,7 +13,10 @@
 #include <algorithm>
 #include <iterator>
 #include <optional>
+#include <string>
+#include <unordered_set>
 #include <utility>
+#include <vector>
 
 namespace tavik::system {
 
@@ -65,6 +68,19 @@ std::optional<AttributeTable> readSettings(const std::string& text) {
     if (!isTrueOrFalse(value(configuration::ENABLE_LSI_ADAPTER))) return std::nullopt;
     if (value(configuration::LOG_FILE).empty()) return std::nullopt;
     return settings;
+}
+
+/// Tells of each wanted name once, in any case, that `properties` has no value for it. A line may
+/// name tens of thousands.
+void insertUnknown(const std::vector<std::string>& wanted, PropertyListResult& properties) {
+    std::unordered_set<std::string> told;
+    for (auto property = properties.propertiesBegin(); property != properties.propertiesEnd();
+         ++property) {
+        told.insert(toLower(property->first));
+    }
+    for (const std::string& name : wanted) {
+        if (told.insert(toLower(name)).second) properties.insert(name, "Property does not exist.");
+    }
 }
 
 }  // namespace
@@ -181,13 +197,7 @@ std::unique_ptr<ResultBase> SystemFeature::showConfig(const ParsedCommand& parse
             properties.insert(setting.getName(), setting.valueAsString());
         }
     }
-    if (displayGiven) {
-        for (const std::string& wantedName : wanted) {
-            if (!properties.contains(wantedName)) {
-                properties.insert(wantedName, "Property does not exist.");
-            }
-        }
-    }
+    if (displayGiven) insertUnknown(wanted, properties);
     auto result = std::make_unique<ObjectListResult>();
     result->insert(configuration::ROOT_NAME, properties);
     return result;

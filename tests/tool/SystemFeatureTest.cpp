@@ -599,6 +599,20 @@ TEST_F(SystemFeatureTest, ShowsTheSettingsThatTheOptionsSelect) {
     }
 }
 
+TEST_F(SystemFeatureTest, TellsOnceOfEachOfVeryManyUnknownNames) {
+    constexpr int NAMES = 30000;
+    std::string names = "LogFile";
+    std::string lines = "LogFile: /var/log/ORVELI.log\n";
+    for (int i = 0; i < NAMES; ++i) {
+        const std::string number = std::to_string(i);
+        names += ",x" + number + ",X" + number;
+        lines += "x" + number + ": Property does not exist.\n";
+    }
+    SystemFeature feature;
+    const auto result = run(feature, 2, {{"-display", names}}, {});
+    EXPECT_EQ(result->outputText(), "- TAVIK Config -\n" + lines + "\n");
+}
+
 TEST_F(SystemFeatureTest, ShowsTheSettingsInEveryFormat) {
     SystemFeature feature;
     const auto result = run(feature, 2, {}, {});
