@@ -5,7 +5,6 @@
 #include "core/Strings.h"
 
 #include <algorithm>
-#include <array>
 #include <limits>
 #include <string_view>
 #include <type_traits>

@@ -140,7 +140,10 @@ void disableString() {
 }
 
 void clearString() {
-    if (log().stringLog) log().stringLog->str({});
+    if (!log().stringLog) return;
+    log().stringLog->str({});
+    // Whoever read to the end left it in a state that takes no more.
+    log().stringLog->clear();
 }
 
 std::shared_ptr<std::stringstream> getString() {

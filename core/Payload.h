@@ -19,18 +19,9 @@ public:
     /// A copy of `size` bytes at `bytes`.
     Payload(const void* bytes, std::uint32_t size);
 
-    // Moving copies the handle, so that no handle is ever without a buffer.
+    // Declared, so that there is no move: no handle is ever without a buffer.
     Payload(const Payload&) = default;
-
-    Payload(Payload&& other) noexcept : buffer(other.buffer) {}
-
     Payload& operator=(const Payload&) = default;
-
-    Payload& operator=(Payload&& other) noexcept {
-        buffer = other.buffer;
-        return *this;
-    }
-
     ~Payload() = default;
 
     std::uint8_t* data() const;

@@ -95,11 +95,12 @@ std::string doubleBackslashes(std::string text) {
     return doubled;
 }
 
-std::string labelOf(const xml::XmlElement& element, std::string_view separator) {
+/// Name and key with a blank between them.
+std::string labelOf(const xml::XmlElement& element) {
     std::string label(attributeOf(element, xml::tags::Name));
     const auto key = attributeOf(element, xml::tags::Key);
     if (!key.empty()) {
-        label += separator;
+        label += ' ';
         label += key;
     }
     return label;
@@ -168,7 +169,7 @@ std::unique_ptr<ObjectResult> moveToResult(xml::XmlObject& object,
         auto sub = moveToResult(*child, hidden);
         // Intended: a code of 0 counts too, so that the last child decides.
         result->setErrorCode(sub->getErrorCode());
-        result->insert(labelOf(*child, " "), std::move(sub));
+        result->insert(labelOf(*child), std::move(sub));
     }
     return result;
 }

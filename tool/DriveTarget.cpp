@@ -3,7 +3,6 @@
 #include "core/Strings.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstddef>
 #include <string_view>
 
@@ -22,6 +21,12 @@ constexpr std::size_t LONGEST_SERIAL_NUMBER = 60;
 
 std::unique_ptr<ErrorResult> refusal(const char* message) {
     return std::make_unique<ErrorResult>(8, message);
+}
+
+/// In upper case, whatever locale a library may have set.
+char raised(char character) {
+    return character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A')
+                                                : character;
 }
 
 /// A leading "-", then digits with at most one "." among them. Intended: no digit is asked for.
@@ -51,8 +56,7 @@ std::unique_ptr<ErrorResult> getNorvoSSDTarget(const ParsedCommand& parsed, std:
         return refusal("Must specify an norvo ssd index.");
     }
     target = entry->second;
-    std::transform(target.begin(), target.end(), target.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    std::transform(target.begin(), target.end(), target.begin(), raised);
     if (target.empty()) return nullptr;
 
     switch (kindOfTarget(target)) {

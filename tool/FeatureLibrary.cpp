@@ -59,6 +59,7 @@ FeatureLibrary::~FeatureLibrary() {
 }
 
 std::unique_ptr<ErrorResult> FeatureLibrary::load() {
+    connection.reset();
     for (const std::string& path : librarySearchList()) {
         if (files::isReadable(path)) connection = std::make_unique<Connection>(path);
     }

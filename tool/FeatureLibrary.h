@@ -30,7 +30,8 @@ public:
     ~FeatureLibrary();
 
     /// Finds and opens the library, checks its interface version, binds its exports and starts
-    /// it; null on success. The installation folder wins over the program's own.
+    /// it; null on success. The installation folder wins over the program's own. To be called
+    /// once.
     std::unique_ptr<cli::framework::ErrorResult> load();
 
     /// Whether the exports that carry messages are bound.

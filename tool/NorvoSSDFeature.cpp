@@ -16,7 +16,6 @@
 #include "tool/SupportedProducts.h"
 #include "tool/ToolConfiguration.h"
 
-#include <array>
 #include <iostream>
 #include <utility>
 
@@ -337,6 +336,10 @@ std::unique_ptr<ErrorResult> NorvoSSDFeature::getNorvoSSDTarget(const ParsedComm
 std::unique_ptr<ErrorResult> NorvoSSDFeature::checkResponseStatus(const xml::XmlElement& element,
                                                                   Status& status) {
     return norvossd::checkResponseStatus(element, status);
+}
+
+std::unique_ptr<ObjectResult> NorvoSSDFeature::objectToResult(const xml::XmlObject& object) {
+    return norvossd::objectToResult(object);
 }
 
 Result NorvoSSDFeature::responseToResult(const std::string& responseText) {

@@ -18,8 +18,7 @@
 namespace tavik::norvossd {
 
 /// Each handler is one recipe: check the target, build the request, add the properties, send,
-/// turn the answer into a result. Those that return a result pointer return null for success
-/// where it is said so.
+/// turn the answer into a result.
 class NorvoSSDFeature : public cli::framework::FeatureBase {
 public:
     using Result = std::unique_ptr<cli::framework::ResultBase>;
@@ -43,14 +42,19 @@ public:
                        orvel::core::Status& status);
     Result sendRequest(orvel::core::xml::XmlObject& request, std::string& responseText);
 
+    /// Fetches an answer and its status; null on success.
     Result receiveResponse(std::uint64_t handle, std::string& responseText,
                            orvel::core::Status& status);
 
+    // The checks and conversions of DriveTarget.h and DriveResponse.h under this class's name; the
+    // two checks return null for success.
     static std::unique_ptr<cli::framework::ErrorResult>
     getNorvoSSDTarget(const cli::framework::ParsedCommand& parsed, std::string& target,
                       const cli::framework::CommandPart& part);
     static std::unique_ptr<cli::framework::ErrorResult>
     checkResponseStatus(const orvel::core::xml::XmlElement& element, orvel::core::Status& status);
+    static std::unique_ptr<cli::framework::ObjectResult>
+    objectToResult(const orvel::core::xml::XmlObject& object);
 
     // The generic `show` and `set`: the command's result.
     Result showProperties(const std::string& jobName, const cli::framework::ParsedCommand& parsed);

@@ -39,13 +39,11 @@ bool writeOutput(std::string_view text) {
         const ssize_t written = ::write(STDOUT_FILENO, text.data(), text.size());
         if (written > 0) {
             text.remove_prefix(static_cast<std::size_t>(written));
-        } else if (written == 0) {
-            return false;
-        } else if (errno == EAGAIN) {
+        } else if (written < 0 && errno == EAGAIN) {
             // Somebody made the stream non-blocking: wait until it takes more.
             pollfd output = {STDOUT_FILENO, POLLOUT, 0};
             ::poll(&output, 1, -1);
-        } else if (errno != EINTR) {
+        } else if (written == 0 || errno != EINTR) {
             return false;
         }
     }

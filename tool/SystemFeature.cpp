@@ -85,10 +85,10 @@ void insertUnknown(const std::vector<std::string>& wanted, PropertyListResult& p
 
 }  // namespace
 
-SystemFeature::SystemFeature() : name("System"), configObject(std::make_unique<AttributeTable>()) {
-    configObject->set(configuration::EnableLog());
-    configObject->set(configuration::EnableLSIAdapter());
-    configObject->set(configuration::LogFile());
+SystemFeature::SystemFeature() : name("System") {
+    configObject.set(configuration::EnableLog());
+    configObject.set(configuration::EnableLSIAdapter());
+    configObject.set(configuration::LogFile());
     loadConfig();
 }
 
@@ -136,14 +136,14 @@ std::unique_ptr<ResultBase> SystemFeature::run(const CommandSpec& command,
 
 void SystemFeature::loadConfig() {
     if (auto settings = readSettings(configuration::readText())) {
-        *configObject = std::move(*settings);
+        configObject = std::move(*settings);
         return;
     }
     saveConfig();
 }
 
 bool SystemFeature::saveConfig() const {
-    const auto object = XmlConverter::toXml(*configObject);
+    const auto object = XmlConverter::toXml(configObject);
     object->setAttribute(xml::tags::Name, configuration::ROOT_NAME);
     return files::replace(configuration::getConfigPath(), object->toString());
 }
@@ -171,7 +171,7 @@ std::unique_ptr<ResultBase> SystemFeature::setProperty(Attribute descriptor,
 }
 
 std::unique_ptr<ResultBase> SystemFeature::writeConfig(const Attribute& descriptor) {
-    if (isSetting(descriptor.getName())) configObject->set(descriptor);
+    if (isSetting(descriptor.getName())) configObject.set(descriptor);
     if (!saveConfig()) {
         return std::make_unique<ErrorResult>(5, "Failed to write TAVIK configuration file. " +
                                                     configuration::getConfigPath());
@@ -188,7 +188,7 @@ std::unique_ptr<ResultBase> SystemFeature::showConfig(const ParsedCommand& parse
     const bool all = parsed.options.contains(OPTION_ALL.name);
 
     PropertyListResult properties;
-    for (const Attribute& setting : *configObject) {
+    for (const Attribute& setting : configObject) {
         const bool isWanted =
             std::any_of(wanted.begin(), wanted.end(), [&setting](const std::string& wantedName) {
                 return stringsIEqual(wantedName, setting.getName());

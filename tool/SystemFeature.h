@@ -34,7 +34,7 @@ private:
     bool saveConfig() const;
 
     std::string name;
-    std::unique_ptr<orvel::core::AttributeTable> configObject;
+    orvel::core::AttributeTable configObject;
 };
 
 }  // namespace tavik::system

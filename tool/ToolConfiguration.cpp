@@ -22,8 +22,9 @@ namespace strings = orvel::core::strings;
 namespace types = orvel::core::types;
 namespace xml = orvel::core::xml;
 
-/// A real file has a few hundred bytes. Anything larger than this is no configuration.
-constexpr std::size_t SIZE_LIMIT = 1024UL * 1024;
+/// A real file has a few hundred bytes. Anything larger than this is no configuration, and not
+/// worth the memory.
+constexpr std::size_t SIZE_LIMIT = 64UL * 1024 * 1024;
 
 Attribute setting(const char* name, const char* displayName, const char* value) {
     Attribute attribute(name, displayName, types::string());

@@ -44,6 +44,8 @@ int main(int argc, char* argv[]) {
 
     const std::int32_t code = result->getErrorCode();
     // An output that takes no more does not change the outcome of the command.
-    static_cast<void>(tavik::standard_streams::writeOutput(result->output() + '\n'));
+    const std::string text = result->output();
+    static_cast<void>(tavik::standard_streams::writeOutput(text) &&
+                      tavik::standard_streams::writeOutput("\n"));
     return code;
 }
