@@ -235,7 +235,7 @@ TEST_F(SystemFeatureTest, RepairsAFileThatIsNoConfiguration) {
         {"empty LogFile", configOf("true", "true", "")},
         {"a later EnableLog that is bad",
          configOf(log + adapter + file + setting("EnableLog", "maybe"))},
-        {"too large", configOf("true", "true", "/x.log") + std::string(1024 * 1024, ' ')},
+        {"too large", configOf("true", "true", "/x.log") + std::string(64UL * 1024 * 1024, ' ')},
         {"nested too deep",
          [] {
              std::string text;

@@ -64,7 +64,7 @@ TEST_F(ToolConfiguration, IsEmptyIfItCantBeRead) {
     put(PATH, "");
     EXPECT_EQ(readText(), "");
 
-    put(PATH, std::string(1024 * 1024 + 1, 'x'));
+    put(PATH, std::string(64UL * 1024 * 1024 + 1, 'x'));
     EXPECT_EQ(readText(), "");
 
     std::filesystem::remove(PATH);
