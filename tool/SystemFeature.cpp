@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <iterator>
 #include <optional>
+#include <unordered_set>
 #include <utility>
 
 namespace tavik::system {
@@ -65,6 +66,18 @@ std::optional<AttributeTable> readSettings(const std::string& text) {
     if (!isTrueOrFalse(value(configuration::ENABLE_LSI_ADAPTER))) return std::nullopt;
     if (value(configuration::LOG_FILE).empty()) return std::nullopt;
     return settings;
+}
+
+/// Adds each name that `properties` lacks, compared ignoring case.
+void insertMissing(const std::vector<std::string>& names, PropertyListResult& properties) {
+    // Searching the list itself for each of some ten thousand names would take seconds.
+    std::unordered_set<std::string> present;
+    for (auto property = properties.propertiesBegin(); property != properties.propertiesEnd();
+         ++property)
+        present.insert(toLower(property->first));
+    for (const std::string& name : names)
+        if (present.insert(toLower(name)).second)
+            properties.insert(name, "Property does not exist.");
 }
 
 }  // namespace
@@ -181,13 +194,7 @@ std::unique_ptr<ResultBase> SystemFeature::showConfig(const ParsedCommand& parse
             properties.insert(setting.getName(), setting.valueAsString());
         }
     }
-    if (displayGiven) {
-        for (const std::string& wantedName : wanted) {
-            if (!properties.contains(wantedName)) {
-                properties.insert(wantedName, "Property does not exist.");
-            }
-        }
-    }
+    if (displayGiven) insertMissing(wanted, properties);
     auto result = std::make_unique<ObjectListResult>();
     result->insert(configuration::ROOT_NAME, properties);
     return result;
