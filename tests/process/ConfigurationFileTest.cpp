@@ -50,6 +50,17 @@ const std::string BAD_FILE =
 const std::string NOT_WRITTEN =
     "Error: Failed to write TAVIK configuration file. opt/tavik_config.xml\n";
 
+/// A valid configuration of that many levels of elements.
+std::string nestedConfig(int levels) {
+    const std::string closing = "</Object>";
+    std::string config = LOGGING_CONFIG.substr(0, LOGGING_CONFIG.size() - closing.size());
+    for (int level = 1; level < levels; ++level)
+        config += "<Object>";
+    for (int level = 1; level < levels; ++level)
+        config += closing;
+    return config + closing;
+}
+
 void setMode(const std::string& path, mode_t mode) {
     ASSERT_EQ(0, ::chmod(path.c_str(), mode)) << path;
 }
@@ -215,8 +226,8 @@ TEST(ConfigurationFile, ThatIsAPipeBlocksNoRun) {
 }
 
 TEST(ConfigurationFile, OfManyMegabytesIsReplaced) {
-    for (const std::string& bytes : {std::string(20'000'000, 'x'), std::string(20'000'000, '\0'),
-                                     "<!--" + std::string(20'000'000, '-')}) {
+    for (const std::string& bytes : {std::string(8'000'000, 'x'), std::string(8'000'000, '\0'),
+                                     "<!--" + std::string(8'000'000, '-')}) {
         const ToolFolder folder(Place::NOWHERE);
         folder.write(CONFIG, bytes);
         expectEnding(folder.run({"show", "-all", "-system"}), 0, DEFAULTS_TEXT);
@@ -230,17 +241,10 @@ TEST(ConfigurationFile, MayBeNestedToTheLimitAndIsReplacedBeyond) {
         bool isKept;
     };
 
-    const std::string closing = "</Object>";
     for (const Row& row :
          {Row{2048, true}, Row{2049, false}, Row{3000, false}, Row{50'000, false}}) {
         SCOPED_TRACE(row.levels);
-        std::string nested;
-        for (int level = 1; level < row.levels; ++level)
-            nested += "<Object>";
-        for (int level = 1; level < row.levels; ++level)
-            nested += closing;
-        const std::string config =
-            LOGGING_CONFIG.substr(0, LOGGING_CONFIG.size() - closing.size()) + nested + closing;
+        const std::string config = nestedConfig(row.levels);
         const ToolFolder folder(Place::NOWHERE);
         folder.write(CONFIG, config);
         expectEnding(folder.run({"version"}), 0, VERSION_TEXT);

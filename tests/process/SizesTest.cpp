@@ -69,36 +69,60 @@ void expectSame(const std::string& expected, const std::string& actual) {
                   << "', got '" << actual.substr(at, 80) << "'";
 }
 
-/// Answers of many drives, and how they print.
-struct ManyDrives {
-    explicit ManyDrives(int count);
+/// The pattern once for each drive, with its number for each `#`.
+std::string forDrives(int count, const std::string& pattern) {
+    std::string all;
+    for (int drive = 0; drive < count; ++drive) {
+        const std::string number = std::to_string(drive);
+        for (const char character : pattern)
+            if (character == '#')
+                all += number;
+            else
+                all += character;
+    }
+    return all;
+}
 
+/// An answer of many drives, and how it prints.
+struct ManyDrives {
+    explicit ManyDrives(int count)
+        : reply(answer(R"(<Object category="output">)" +
+                       forDrives(count, R"-(<Object name="Drive" key="#">)-"
+                                        R"-(<Property name="Index" value="#"/>)-"
+                                        R"-(<Property name="Serial (SN)" value=")-" +
+                                            value + R"("/></Object>)") +
+                       "</Object>")),
+          text(forDrives(count, "\n- Drive # -\n"
+                                "\n"
+                                "Index : #\n"
+                                "Serial (SN) : " +
+                                    value + "\n") +
+               "\n"),
+          xml("<>\n" +
+              forDrives(count, "\t<Drive_#>\n"
+                               "\t\t<Index>#</Index>\n"
+                               "\t\t<Serial_SN>" +
+                                   value +
+                                   "</Serial_SN>\n"
+                                   "\t</Drive_#>\n") +
+              "</>\n\n"),
+          json("{\n" + forDrives(count, "\t\"Drive #\":\n"
+                                        "\t{\n"
+                                        "\t\t\"Index\":#,\n"
+                                        "\t\t\"Serial (SN)\":\"" +
+                                            value +
+                                            "\"\n"
+                                            "\t},\n")) {
+        json.erase(json.size() - 2);
+        json += "\n}\n";
+    }
+
+    std::string value = std::string(180, 'v');
     std::string reply;
     std::string text;
     std::string xml;
     std::string json;
 };
-
-ManyDrives::ManyDrives(int count) {
-    const std::string value(180, 'v');
-    std::string drives;
-    for (int i = 0; i < count; ++i) {
-        const std::string number = std::to_string(i);
-        drives += R"(<Object name="Drive" key=")" + number + R"("><Property name="Index" value=")" +
-                  number + R"-("/><Property name="Serial (SN)" value=")-" + value +
-                  R"("/></Object>)";
-        text +=
-            "\n- Drive " + number + " -\n\nIndex : " + number + "\nSerial (SN) : " + value + "\n";
-        xml += "\t<Drive_" + number + ">\n\t\t<Index>" + number + "</Index>\n\t\t<Serial_SN>" +
-               value + "</Serial_SN>\n\t</Drive_" + number + ">\n";
-        json += "\t\"Drive " + number + "\":\n\t{\n\t\t\"Index\":" + number +
-                ",\n\t\t\"Serial (SN)\":\"" + value + "\"\n\t}" + (i + 1 < count ? ",\n" : "\n");
-    }
-    reply = answer(R"(<Object category="output">)" + drives + "</Object>");
-    text += "\n";
-    xml = "<>\n" + xml + "</>\n\n";
-    json = "{\n" + json + "}\n";
-}
 
 TEST(Answer, OfFiveMegabytesPrints) {
     const ManyDrives drives(20'000);
