@@ -44,8 +44,9 @@ int main(int argc, char* argv[]) {
 
     const std::int32_t code = result->getErrorCode();
     // An output that takes no more does not change the outcome of the command.
-    const std::string text = result->output();
-    static_cast<void>(tavik::standard_streams::writeOutput(text) &&
-                      tavik::standard_streams::writeOutput("\n"));
+    // In one piece, so that runs which share an output do not mix their lines.
+    std::string text = result->output();
+    text += '\n';
+    static_cast<void>(tavik::standard_streams::writeOutput(text));
     return code;
 }
