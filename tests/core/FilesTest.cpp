@@ -210,6 +210,13 @@ TEST(FilesRead, GivesNothingForWhatIsNoPlainFile) {
     }
 }
 
+TEST(FilesRead, GivesNothingForAPlainFileWhoseReadingFails) {
+    // The first page of a process is never mapped.
+    ASSERT_TRUE(S_ISREG(stateOf("/proc/self/mem").st_mode));
+    EXPECT_TRUE(files::isReadable("/proc/self/mem"));
+    EXPECT_EQ(std::nullopt, files::read("/proc/self/mem", NO_LIMIT));
+}
+
 TEST(FilesRead, GivesNothingWithoutTheRightToRead) {
     const TemporaryFolder folder;
     put(folder.path("file"), "text");
