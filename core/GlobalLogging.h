@@ -12,10 +12,12 @@ namespace orvel::core::global_logging {
 using boost::log::trivial::severity_level;
 
 /// Sets the sink up, with no stream attached, logging disabled and every severity let through.
-/// Until it ran, nothing is written anywhere, and enabling anything has no effect. Running it
-/// again starts afresh.
+/// Until it ran, nothing is written anywhere, and the functions that enable or disable do nothing
+/// and leave nothing for later: what they are to switch on is asked for again afterwards. Running
+/// it again starts afresh.
 void initialize();
 
+/// Lets records through to the streams that are attached; there is nothing to see without both.
 void enable();
 void disable();
 
@@ -37,7 +39,7 @@ void clearString();
 /// Null before `initialize`, which makes a new one each time.
 std::shared_ptr<std::stringstream> getString();
 
-/// Drops what is less severe than `level`.
+/// Drops what is less severe than `level`, until the next `initialize`.
 void setSeverity(severity_level level);
 severity_level getSeverity();
 bool isConsoleEnabled();

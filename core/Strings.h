@@ -11,7 +11,7 @@
 
 namespace orvel::core::strings {
 
-// Comparison. `ignoreCase` lowers both sides with `tolower`, byte by byte.
+// Comparison. `ignoreCase` lowers the letters A to Z on both sides, in whatever locale.
 bool contains(std::string text, std::string part, bool ignoreCase);
 bool contains(std::wstring text, std::wstring part, bool ignoreCase);
 bool startsWith(std::string text, std::string part, bool ignoreCase);

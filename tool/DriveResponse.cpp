@@ -229,21 +229,20 @@ std::unique_ptr<ObjectResult> objectToResult(const xml::XmlObject& object) {
 }
 
 std::unique_ptr<ResultBase> saveOutputPayload(const xml::XmlElement* response,
-                                              std::string destination) {
+                                              const std::string& destination) {
     auto result = std::make_unique<ObjectResult>();
     const auto* const root = dynamic_cast<const xml::XmlObject*>(response);
     if (root == nullptr) return result;
     const xml::XmlObject* const output = firstOfCategory(*root, xml::categories::Output);
     if (output == nullptr) return result;
 
-    const bool destinationGiven = !destination.empty();
     for (const auto& drive : output->getObjects()) {
         const std::string label =
             drive->getAttribute(xml::tags::Name) + "_" + drive->getAttribute(xml::tags::Key);
-        if (!destinationGiven) destination = label + ".bin";
+        const std::string file = destination.empty() ? label + ".bin" : destination;
         Status ignored;
         std::unique_ptr<ResultBase> outcome = checkResponseStatus(*drive, ignored);
-        if (outcome == nullptr) outcome = savePayload(*drive, destination);
+        if (outcome == nullptr) outcome = savePayload(*drive, file);
         result->insert(label, outcome->output());
     }
     return result;

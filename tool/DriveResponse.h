@@ -27,9 +27,10 @@ responseToResult(std::unique_ptr<orvel::core::xml::XmlElement> response);
 std::unique_ptr<cli::framework::ObjectResult>
 objectToResult(const orvel::core::xml::XmlObject& object);
 
-/// Writes the payload of each drive of the output to a file: `destination`, or one named after
-/// the log and the drive's key in the current folder. Failures stand in the result's text only.
+/// Writes the payload of each drive of the output to a file: `destination`, or if that is empty
+/// one named after the log and the drive's key in the current folder. Failures stand in the
+/// result's text only.
 std::unique_ptr<cli::framework::ResultBase>
-saveOutputPayload(const orvel::core::xml::XmlElement* response, std::string destination);
+saveOutputPayload(const orvel::core::xml::XmlElement* response, const std::string& destination);
 
 }  // namespace tavik::norvossd

@@ -38,6 +38,7 @@ public:
 
     /// The value in place, or null for an absent key.
     const std::string* findAttribute(std::string_view key) const;
+
     /// Moves the value out and leaves an empty one; the empty string for an absent key.
     std::string takeAttribute(std::string_view key);
     void setAttribute(const std::string& key, std::string value);

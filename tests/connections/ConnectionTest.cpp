@@ -211,10 +211,15 @@ TEST_F(ConnectionTest, IsClosedAfterACloseThatFailed) {
 }
 
 TEST_F(ConnectionTest, KeepsTheLibraryMappedBehindClose) {
-    Connection connection(SAMPLE);
+    // A copy: other tests leave the sample itself open.
+    const TemporaryFolder folder;
+    const std::string path = folder.path("kept.so");
+    std::filesystem::copy_file(SAMPLE, path);
+    Connection connection(path);
     expectSuccess(connection.open());
     auto* const answer = reinterpret_cast<int (*)()>(connection.loadFunction("answer"));
     expectSuccess(connection.close());
+    ASSERT_NE(nullptr, ::dlopen(path.c_str(), RTLD_LAZY | RTLD_NOLOAD));
     ASSERT_NE(nullptr, answer);
     EXPECT_EQ(42, answer());
 }

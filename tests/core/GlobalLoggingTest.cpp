@@ -186,6 +186,19 @@ TEST_F(GlobalLogging, AttachesAndDetachesTheString) {
     EXPECT_EQ(logged(), "[info] new\n");
 }
 
+TEST_F(GlobalLogging, TakesLinesAgainOnceTheStringWasReadToItsEndAndCleared) {
+    enable();
+    enableString();
+    writePlain(severities::info, "read");
+    std::string line;
+    while (std::getline(*getString(), line))
+        continue;
+    ASSERT_TRUE(getString()->eof());
+    clearString();
+    writePlain(severities::info, "new");
+    EXPECT_EQ(logged(), "[info] new\n");
+}
+
 TEST_F(GlobalLogging, WritesOneLinePerRecordThoughAttachedTwice) {
     enable();
     enableString();

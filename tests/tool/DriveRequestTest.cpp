@@ -43,6 +43,7 @@ TEST(DriveRequest, SelectsTheDeviceThatTheTargetMeans) {
         {"PHYSICALDRIVE", "Path", R"(\\.\PHYSICALDRIVE)"},
         {R"(\\.\PHYSICALDRIVE1)", "Path", R"(\\.\PHYSICALDRIVE1)"},
         {"SNPHYSICALDRIVE1", "Path", "SNPHYSICALDRIVE1"},
+        {"PHYSICAL.PHYSICALDRIVE1", "Path", "PHYSICAL.PHYSICALDRIVE1"},
         {"A<B>&\"'", "SerialNumber", "A&amp;lt;B&amp;gt;&amp;&quot;&apos;"},
         {"\xC3\xA4", "SerialNumber", "\xC3\xA4"},
     };

@@ -105,34 +105,20 @@ inline constexpr const char* ESX_FIELD_END = "</field>";
 // Shared parts. `found` is clear in all of them. Intended: `noValue` is clear in OPTION_HELP:
 // FeatureBase::validate refuses a value there in words of its own.
 // clang-format off
-//                                                        name            required value text        value required
-//  help text, short name, no value
-inline const CommandPart OPTION_ALL                  = {"-all",         false, "",                 false,
-    "Display all possible attributes.", "-a", true};
-inline const CommandPart OPTION_DISPLAY              = {"-display",     false, "Property1,...",    true,
-    "Specify which attributes are displayed.", "-d", false};
-inline const CommandPart OPTION_WAIT                 = {"-wait",        false, "",                 false,
-    "Wait for the command to finish before returning.", "-w", true};
-inline const CommandPart OPTION_FORCE                = {"-force",       false, "",                 false,
-    "Force the operation", "-f", true};
-inline const CommandPart OPTION_EXAMINE              = {"-examine",     false, "",                 false,
-    "Examine the source file", "-x", true};
-inline const CommandPart OPTION_SOURCE               = {"-source",      false, "path",             true,
-    "Path to the source file.", "", false};
-inline const CommandPart OPTION_SOURCE_REQUIRED      = {"-source",      true,  "path",             true,
-    "Path to the source file.", "", false};
-inline const CommandPart OPTION_DESTINATION          = {"-destination", false, "path",             true,
-    "Path to the destination file.", "", false};
-inline const CommandPart OPTION_DESTINATION_REQUIRED = {"-destination", true,  "path",             true,
-    "Path to the destination file.", "", false};
-inline const CommandPart OPTION_OUTPUT               = {"-output",      false, "text|nvmxml|json", true,
-    "Change the output format. One of \"text\", \"nvmxml\" or \"json\".", "-o", false};
-inline const CommandPart OPTION_HELP                 = {"-help",        false, "",                 false,
-    "Display help for the command.", "-h", false};
-inline const CommandPart PROPERTY_VERB               = {"verb",         false, "verb",             true,
-    "Commands with verb to show help on.", "", false};
-inline const CommandPart PROPERTY_NAME               = {"Name",         false, "name",             true,
-    "Commands to show help on.", "", false};
+//                                                       name             required  value text           value required  help text                                                              short  no value
+inline const CommandPart OPTION_ALL                  = {"-all",          false,    "",                  false,          "Display all possible attributes.",                                    "-a",  true};
+inline const CommandPart OPTION_DISPLAY              = {"-display",      false,    "Property1,...",     true,           "Specify which attributes are displayed.",                             "-d",  false};
+inline const CommandPart OPTION_WAIT                 = {"-wait",         false,    "",                  false,          "Wait for the command to finish before returning.",                    "-w",  true};
+inline const CommandPart OPTION_FORCE                = {"-force",        false,    "",                  false,          "Force the operation",                                                 "-f",  true};
+inline const CommandPart OPTION_EXAMINE              = {"-examine",      false,    "",                  false,          "Examine the source file",                                             "-x",  true};
+inline const CommandPart OPTION_SOURCE               = {"-source",       false,    "path",              true,           "Path to the source file.",                                            "",    false};
+inline const CommandPart OPTION_SOURCE_REQUIRED      = {"-source",       true,     "path",              true,           "Path to the source file.",                                            "",    false};
+inline const CommandPart OPTION_DESTINATION          = {"-destination",  false,    "path",              true,           "Path to the destination file.",                                       "",    false};
+inline const CommandPart OPTION_DESTINATION_REQUIRED = {"-destination",  true,     "path",              true,           "Path to the destination file.",                                       "",    false};
+inline const CommandPart OPTION_OUTPUT               = {"-output",       false,    "text|nvmxml|json",  true,           "Change the output format. One of \"text\", \"nvmxml\" or \"json\".",  "-o",  false};
+inline const CommandPart OPTION_HELP                 = {"-help",         false,    "",                  false,          "Display help for the command.",                                       "-h",  false};
+inline const CommandPart PROPERTY_VERB               = {"verb",          false,    "verb",              true,           "Commands with verb to show help on.",                                 "",    false};
+inline const CommandPart PROPERTY_NAME               = {"Name",          false,    "name",              true,           "Commands to show help on.",                                           "",    false};
 // clang-format on
 
 /// A copy of `text` with `tolower` applied to each byte.

@@ -6,8 +6,13 @@
 
 namespace cli::framework {
 
-/// Levels are plain integers, a lower number being more serious: 0 a fault of the program's own,
-/// 2 what is written to the stream, 3 the trace.
+namespace log_levels {
+inline constexpr int FAULT = 0;  ///< of the program's own
+inline constexpr int LINE = 2;   ///< what is written to the logger's stream
+inline constexpr int TRACE = 3;
+}  // namespace log_levels
+
+/// A lower level is more serious.
 class LogEntry {
 public:
     LogEntry() = default;
@@ -31,7 +36,7 @@ public:
     void setLine(int number) { line = number; }
 
 private:
-    int level = 3;
+    int level = log_levels::TRACE;
     std::string message;
     std::string file;
     int line = 0;

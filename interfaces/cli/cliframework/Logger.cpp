@@ -13,11 +13,11 @@ void Logger::log(int entryLevel, const std::string& message) {
 }
 
 void Logger::log(const std::string& message) {
-    log(3, message);
+    log(log_levels::TRACE, message);
 }
 
 void Logger::log(const std::string& message, const std::string& file, int line) {
-    LogEntry entry(3, message);
+    LogEntry entry(log_levels::TRACE, message);
     entry.setFile(file);
     entry.setLine(line);
     log(entry);

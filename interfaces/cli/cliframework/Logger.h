@@ -31,7 +31,7 @@ public:
 
     void log(const LogEntry& entry);
     void log(int entryLevel, const std::string& message);
-    // At level 3, which the initial threshold drops.
+    // At the level of the trace, which the initial threshold drops.
     void log(const std::string& message);
     void log(const std::string& message, const std::string& file, int line);
 
@@ -53,8 +53,8 @@ public:
 
 private:
     LogChannelBase* channel = nullptr;  ///< borrowed; null drops every entry
-    int level = 2;                      ///< of entries made from the stream's text
-    int threshold = 2;                  ///< highest level that passes
+    int level = log_levels::LINE;       ///< of entries made from the stream's text
+    int threshold = log_levels::LINE;   ///< highest level that passes
 };
 
 extern Logger logger;

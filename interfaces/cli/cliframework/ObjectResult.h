@@ -70,9 +70,10 @@ public:
     static std::string tab;  ///< indentation of the object being rendered
 
 private:
-    void appendChild(const std::string& key, std::unique_ptr<ObjectResult> child);
     using Writer = void (ObjectResult::*)(std::string& text) const;
     using Operation = std::string (ObjectResult::*)() const;
+
+    void appendChild(const std::string& key, std::unique_ptr<ObjectResult> child);
 
     // Each appends this object to `text`, in the form of the operation of its name.
     void writeText(std::string& text) const;

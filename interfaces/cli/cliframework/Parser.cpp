@@ -20,8 +20,6 @@ namespace {
 
 using Values = std::map<std::string, std::string>;
 
-constexpr int FAULT_LEVEL = 0;
-
 std::string lookUp(const Values& values, const std::string& key, bool* found) {
     const auto entry = values.find(key);
     const bool present = entry != values.end();
@@ -319,7 +317,7 @@ bool Parser::filterOn(const Token& token) {
     removeUnless([&token](CommandRef& command) {
         std::vector<CommandPart>* const parts = command.partsOf(token.tokenType);
         if (parts == nullptr) {
-            logger.log(FAULT_LEVEL,
+            logger.log(log_levels::FAULT,
                        "filterOn only accepts Token Types Target, Property, and Options, but '" +
                            token.text + "' is type: " + tokenTypeToString(token.tokenType));
             return true;

@@ -4,23 +4,17 @@
 
 namespace cli::framework {
 
-namespace {
-
-constexpr int TRACE_LEVEL = 3;
-
-}  // namespace
-
 // The names are kept as they came: no text is composed unless it will be written.
 
 TraceObject::TraceObject(const char* sourcePath, const char* functionName, int line)
     : functionName(functionName) {
-    if (logger.passes(TRACE_LEVEL)) {
+    if (logger.passes(log_levels::TRACE)) {
         logger.log("Entering " + std::string(functionName), sourcePath, line);
     }
 }
 
 TraceObject::~TraceObject() {
-    if (logger.passes(TRACE_LEVEL)) logger.log("Exiting " + std::string(functionName));
+    if (logger.passes(log_levels::TRACE)) logger.log("Exiting " + std::string(functionName));
 }
 
 }  // namespace cli::framework

@@ -3,8 +3,9 @@
 
 namespace cli::framework {
 
-/// Logs "Entering " and the name at construction, "Exiting " and the name at destruction, at
-/// level 3. Callers hand over `__FILE__`, which the build cuts to the path from the root.
+/// Logs "Entering " and the name at construction, "Exiting " and the name at destruction, at the
+/// level of the trace. Callers hand over `__FILE__`, which the build cuts to the path from the
+/// root.
 class TraceObject {
 public:
     TraceObject(const char* sourcePath, const char* functionName, int line);

@@ -1,7 +1,7 @@
 // The check of the options that all commands share, and the order of commands.
 #include "interfaces/cli/cliframework/FeatureBase.h"
 
-#include "FakeFeature.h"
+#include "tests/interfaces/cli/cliframework/FakeFeature.h"
 
 #include <gtest/gtest.h>
 

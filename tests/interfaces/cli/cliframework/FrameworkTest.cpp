@@ -7,7 +7,7 @@
 #include "interfaces/cli/cliframework/Parser.h"
 #include "interfaces/cli/cliframework/StreamChannel.h"
 
-#include "FakeFeature.h"
+#include "tests/interfaces/cli/cliframework/FakeFeature.h"
 
 #include <gtest/gtest.h>
 

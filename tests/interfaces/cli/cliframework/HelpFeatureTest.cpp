@@ -4,7 +4,7 @@
 #include "interfaces/cli/cliframework/Framework.h"
 #include "interfaces/cli/cliframework/HelpResult.h"
 
-#include "FakeFeature.h"
+#include "tests/interfaces/cli/cliframework/FakeFeature.h"
 
 #include <gtest/gtest.h>
 

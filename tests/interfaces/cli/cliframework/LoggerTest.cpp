@@ -163,5 +163,19 @@ TEST(Logger, ComposesALineOnlyIfItPasses) {
     EXPECT_TRUE(channel.entries.empty());
 }
 
+TEST(Logger, DropsWhatWasStreamedInWithALineThatDoesNotPass) {
+    RecordingChannel channel;
+    Logger log;
+    log << "dropped ";
+    log.setstate(std::ios::failbit);
+    log.writeLine([] { return std::string("dropped"); });
+    EXPECT_EQ("", log.str());
+    EXPECT_TRUE(log.good());
+    log.setChannel(&channel);
+    log.writeLine([] { return std::string("text"); });
+    ASSERT_EQ(1U, channel.entries.size());
+    EXPECT_EQ("text\n", channel.entries[0].getMessage());
+}
+
 }  // namespace
 }  // namespace cli::framework
