@@ -163,5 +163,22 @@ TEST(Logger, ComposesALineOnlyIfItPasses) {
     EXPECT_TRUE(channel.entries.empty());
 }
 
+TEST(Logger, ForgetsWhatWasStreamedInBeforeALineThatDoesNotPass) {
+    RecordingChannel channel;
+    Logger log;
+    log.setChannel(&channel);
+    log.setThreshold(1);
+    log << "before ";
+    log.writeLine([] { return std::string("dropped"); });
+    EXPECT_EQ("", log.str());
+    log.setstate(std::ios::failbit);
+    log.writeLine([] { return std::string("dropped"); });
+    EXPECT_TRUE(log.good());
+    log.setThreshold(2);
+    log.writeLine([] { return std::string("text"); });
+    ASSERT_EQ(1U, channel.entries.size());
+    EXPECT_EQ("text\n", channel.entries[0].getMessage());
+}
+
 }  // namespace
 }  // namespace cli::framework
