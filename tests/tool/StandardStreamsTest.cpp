@@ -145,7 +145,7 @@ TEST_F(StandardStreams, WaitForAReaderThatIsSlow) {
         const pid_t writer = ::fork();
         if (writer == 0) {
             ::close(reader);
-            ::_exit(writeOutput(text) ? 0 : 1);
+            tavik::testing::detail::leave(writeOutput(text) ? 0 : 1);
         }
         ::close(STDOUT_FILENO);
         const std::string read = tavik::testing::detail::receiveAll(reader);

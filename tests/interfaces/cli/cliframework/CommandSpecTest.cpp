@@ -68,6 +68,24 @@ TEST(CommandSpec, AppendsACopyOfThePart) {
     EXPECT_EQ("-wait", held.name);
 }
 
+TEST(CommandSpec, AddsASharedPartToTheListOfItsKind) {
+    CommandSpec spec;
+    const CommandPart& option = spec.addOption(OPTION_DISPLAY);
+    const CommandPart& target = spec.addTarget(OPTION_SOURCE_REQUIRED);
+    const CommandPart& property = spec.addProperty(PROPERTY_VERB);
+    ASSERT_EQ(1U, spec.options.size());
+    ASSERT_EQ(1U, spec.targets.size());
+    ASSERT_EQ(1U, spec.properties.size());
+    EXPECT_EQ(&spec.options.front(), &option);
+    EXPECT_EQ(&spec.targets.front(), &target);
+    EXPECT_EQ(&spec.properties.front(), &property);
+    EXPECT_EQ("-display", option.name);
+    EXPECT_EQ("-source", target.name);
+    EXPECT_TRUE(target.required);
+    EXPECT_EQ("path", target.valueText);
+    EXPECT_EQ("verb", property.name);
+}
+
 TEST(CommandSpec, BuildsPartsFromTheirFields) {
     CommandSpec spec;
     const CommandPart& option = spec.addOption("-mode", true, "fast", true, "The mode.", "-m");
