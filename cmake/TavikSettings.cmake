@@ -9,6 +9,7 @@ option(TAVIK_BUILD_BENCH "Build the benchmarks" OFF)
 option(TAVIK_BUILD_DEMO "Build the ready-made feature library that answers without any drive" OFF)
 option(TAVIK_BUILD_FUZZERS "Build the fuzz targets (clang only)" OFF)
 set(TAVIK_SANITIZE "" CACHE STRING "Sanitizers for every target, as -fsanitize takes them, such as address,undefined")
+option(TAVIK_COVERAGE "Count the lines that run, for gcov (gcc only)" OFF)
 
 if(NOT CMAKE_BUILD_TYPE)
     set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)

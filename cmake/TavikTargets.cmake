@@ -40,6 +40,13 @@ else()
         $<$<NOT:$<CONFIG:Debug>>:_FORTIFY_SOURCE=2>)
 endif()
 
+if(TAVIK_COVERAGE)
+    # Processes of one test run at the same time and add to the same counts.
+    target_compile_options(tavik_flags INTERFACE -O0 -g0 --coverage -fprofile-update=atomic)
+    target_compile_definitions(tavik_flags INTERFACE TAVIK_COVERAGE)
+    target_link_options(tavik_flags INTERFACE --coverage)
+endif()
+
 if(TAVIK_BUILD_FUZZERS)
     if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
         message(FATAL_ERROR "The fuzz targets need clang: TAVIK_BUILD_FUZZERS is for the preset fuzz")

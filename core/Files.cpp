@@ -6,10 +6,10 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <csignal>
-#include <ctime>
+#include <cstdio>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace orvel::core::files {
 
@@ -18,6 +18,8 @@ namespace {
 class Descriptor {
 public:
     explicit Descriptor(int value) : number(value) {}
+
+    Descriptor(Descriptor&& other) noexcept : number(std::exchange(other.number, -1)) {}
 
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
@@ -34,32 +36,11 @@ private:
     int number;
 };
 
-/// Keeps the two signals that a write can raise from ending the process: a pipe whose reader went
-/// away and a file grown past the process's limit. The write itself still fails.
-class WriteSignalsHeld {
-public:
-    WriteSignalsHeld() {
-        sigset_t alreadyPending;
-        ::sigpending(&alreadyPending);
-        ::sigemptyset(&held);
-        for (const int signal : {SIGPIPE, SIGXFSZ})
-            if (::sigismember(&alreadyPending, signal) == 0) ::sigaddset(&held, signal);
-        ::pthread_sigmask(SIG_BLOCK, &held, &before);
-    }
-
-    WriteSignalsHeld(const WriteSignalsHeld&) = delete;
-    WriteSignalsHeld& operator=(const WriteSignalsHeld&) = delete;
-
-    ~WriteSignalsHeld() {
-        const timespec noWait{};
-        while (::sigtimedwait(&held, nullptr, &noWait) > 0)
-            continue;
-        ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
-    }
-
-private:
-    sigset_t held{};
-    sigset_t before{};
+enum class Outcome {
+    WRITTEN,
+    FAILED,
+    NOT_REPLACEABLE,  ///< no new file can take the old one's place as it should
+    APPEARED,         ///< a file came to be where there was none
 };
 
 /// A new, empty file in `folder`, removed again unless it was renamed to its place.
@@ -69,8 +50,7 @@ public:
         for (int attempt = 0; attempt < MAX_ATTEMPTS; ++attempt) {
             name = folder + ".tavik-" + std::to_string(::getpid()) + "-" + std::to_string(attempt);
             number = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
-            error = number < 0 ? errno : 0;
-            if (error != EEXIST) return;
+            if (number >= 0 || errno != EEXIST) return;
         }
     }
 
@@ -87,13 +67,18 @@ public:
 
     int get() const { return number; }
 
-    /// `errno` of the last step that failed, 0 for none.
-    int lastError() const { return error; }
-
-    bool renameTo(const std::string& path) {
+    Outcome takePlaceOf(const std::string& path) {
         inPlace = ::rename(name.c_str(), path.c_str()) == 0;
-        error = inPlace ? 0 : errno;
-        return inPlace;
+        return inPlace ? Outcome::WRITTEN : Outcome::NOT_REPLACEABLE;
+    }
+
+    /// Never in place of another file, as far as the system can promise that.
+    Outcome takeFreePlace(const std::string& path) {
+        inPlace =
+            ::renameat2(AT_FDCWD, name.c_str(), AT_FDCWD, path.c_str(), RENAME_NOREPLACE) == 0;
+        if (inPlace) return Outcome::WRITTEN;
+        if (errno == EEXIST) return Outcome::APPEARED;
+        return errno == EINVAL || errno == ENOSYS ? takePlaceOf(path) : Outcome::FAILED;
     }
 
 private:
@@ -102,7 +87,6 @@ private:
 
     std::string name;
     int number = -1;
-    int error = 0;
     bool inPlace = false;
 };
 
@@ -114,21 +98,25 @@ bool isUsable(const std::string& path) {
     return !path.empty() && path.find('\0') == std::string::npos;
 }
 
-/// Open for reading, or closed if it is no plain file. Never waits for a pipe's writer.
-Descriptor openPlain(const std::string& path, struct stat& state) {
-    const int number =
-        isUsable(path) ? ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC) : -1;
-    if (number < 0) return Descriptor(-1);
-    if (::fstat(number, &state) == 0 && S_ISREG(state.st_mode)) return Descriptor(number);
-    ::close(number);
-    return Descriptor(-1);
+/// Never waits for who is at the other end of a pipe, nor takes a terminal over.
+constexpr int OPEN_FLAGS = O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+
+/// Open for `access`, or closed if it is no plain file.
+Descriptor openPlain(const std::string& path, int access, struct stat& state) {
+    const auto isPlain = [&state](int outcome) { return outcome == 0 && S_ISREG(state.st_mode); };
+    // Asked first: to open a device or a pipe for a moment can disturb it.
+    if (!isUsable(path) || !isPlain(::stat(path.c_str(), &state))) return Descriptor(-1);
+    Descriptor file(::open(path.c_str(), access | OPEN_FLAGS));
+    if (!file.isOpen() || !isPlain(::fstat(file.get(), &state))) return Descriptor(-1);
+    return file;
 }
 
-/// Reads until `size` bytes are there or the file ends; what it read, or -1.
-ssize_t readUpTo(int number, char* bytes, std::size_t size) {
+/// Reads from `offset` until `size` bytes are there or the file ends; what it read, or -1.
+ssize_t readUpTo(int number, char* bytes, std::size_t size, std::size_t offset) {
     std::size_t done = 0;
     while (done < size) {
-        const ssize_t count = ::read(number, bytes + done, size - done);
+        const ssize_t count =
+            ::pread(number, bytes + done, size - done, static_cast<off_t>(offset + done));
         if (count == 0) break;
         if (count > 0)
             done += static_cast<std::size_t>(count);
@@ -149,8 +137,18 @@ bool writeAll(int number, std::string_view bytes) {
     return true;
 }
 
-bool writeAllAt(int number, std::string_view bytes, off_t offset) {
-    return ::lseek(number, offset, SEEK_SET) == offset && writeAll(number, bytes);
+bool writeAllAt(int number, std::string_view bytes, std::size_t offset) {
+    while (!bytes.empty()) {
+        const ssize_t count =
+            ::pwrite(number, bytes.data(), bytes.size(), static_cast<off_t>(offset));
+        if (count > 0) {
+            bytes.remove_prefix(static_cast<std::size_t>(count));
+            offset += static_cast<std::size_t>(count);
+        } else if (count == 0 || errno != EINTR) {
+            return false;
+        }
+    }
+    return true;
 }
 
 /// Not every file system knows how to flush; one that doesn't has done what it can.
@@ -169,88 +167,117 @@ void flushFolder(const std::string& folder) {
     if (opened.isOpen()) ::fsync(opened.get());
 }
 
-/// The owner as far as this process may give files away. The mode always, but nobody's file runs
-/// with another's rights for it.
-bool takeOver(int number, const struct stat& old) {
-    constexpr auto SAME_USER = static_cast<uid_t>(-1);
-    const bool isOwnerKept = ::fchown(number, old.st_uid, old.st_gid) == 0;
-    [[maybe_unused]] const bool isGroupKept = ::fchown(number, SAME_USER, old.st_gid) == 0;
-    return ::fchmod(number, old.st_mode & (isOwnerKept ? 07777U : 0777U)) == 0;
-}
-
-enum class Outcome { WRITTEN, FAILED, FOLDER_CLOSED };
-
-/// A folder without rights, a sticky folder of others, or a file that is a mount point.
-bool isFolderClosed(int error) {
-    return error == EACCES || error == EPERM || error == EROFS || error == EBUSY;
-}
-
-/// `old` is the file that stands at `path`, null if there is none.
-Outcome writeBeside(const std::string& path, std::string_view bytes, const struct stat* old) {
-    const std::string folder = folderOf(path);
-    TemporaryFile file(folder, old == nullptr ? 0666 : 0600);
-    if (!file.isOpen())
-        return isFolderClosed(file.lastError()) ? Outcome::FOLDER_CLOSED : Outcome::FAILED;
-    if (old != nullptr && !takeOver(file.get(), *old)) return Outcome::FAILED;
-    if (!writeAll(file.get(), bytes) || !flushToDisk(file.get())) return Outcome::FAILED;
-    if (!file.renameTo(path))
-        return isFolderClosed(file.lastError()) ? Outcome::FOLDER_CLOSED : Outcome::FAILED;
-    flushFolder(folder);
-    return Outcome::WRITTEN;
-}
-
-/// The first `size` bytes of the plain file. Nothing if they can't be read, or if `path` names
-/// another file by now.
-std::optional<std::string> readHead(const std::string& path, const struct stat& expected,
-                                    std::size_t size) {
+/// Gives the new file the old one's mode; false if it does not have that, or not its owner. Comes
+/// after the last write, which may take mode bits away. Looks at the outcome, since a system may
+/// drop bits without a word.
+bool takeMode(int number, const struct stat& old) {
     struct stat state {};
 
-    const Descriptor file = openPlain(path, state);
-    if (!file.isOpen() || state.st_dev != expected.st_dev || state.st_ino != expected.st_ino)
-        return std::nullopt;
-    std::string head(size, '\0');
-    if (readUpTo(file.get(), head.data(), size) != static_cast<ssize_t>(size)) return std::nullopt;
-    return head;
+    return ::fchmod(number, old.st_mode & 07777U) == 0 && ::fstat(number, &state) == 0 &&
+           state.st_mode == old.st_mode && state.st_uid == old.st_uid && state.st_gid == old.st_gid;
 }
 
-/// Writes over the open plain file. What grows it comes first: only growing takes disk space, so
-/// a full disk is met before an old byte is touched.
-bool overwrite(int number, const std::string& path, std::string_view bytes,
-               const struct stat& old) {
+/// Puts a new file in the place of `old`, which stands at `path`.
+Outcome replacePlain(const std::string& path, std::string_view bytes, const struct stat& old) {
+    const std::string folder = folderOf(path);
+    TemporaryFile file(folder, 0600);
+    // The owner comes first: where it may not be given, there is no need to write at all.
+    if (!file.isOpen() || ::fchown(file.get(), old.st_uid, old.st_gid) != 0)
+        return Outcome::NOT_REPLACEABLE;
+    if (!writeAll(file.get(), bytes)) return Outcome::FAILED;
+    if (!takeMode(file.get(), old)) return Outcome::NOT_REPLACEABLE;
+    if (!flushToDisk(file.get())) return Outcome::FAILED;
+    const Outcome outcome = file.takePlaceOf(path);
+    if (outcome == Outcome::WRITTEN) flushFolder(folder);
+    return outcome;
+}
+
+/// Makes the file `path`, where nothing stands.
+Outcome makePlain(const std::string& path, std::string_view bytes) {
+    const std::string folder = folderOf(path);
+    TemporaryFile file(folder, 0666);
+    if (!file.isOpen() || !writeAll(file.get(), bytes) || !flushToDisk(file.get()))
+        return Outcome::FAILED;
+    const Outcome outcome = file.takeFreePlace(path);
+    if (outcome == Outcome::WRITTEN) flushFolder(folder);
+    return outcome;
+}
+
+/// The first `size` bytes. Nothing if they can't be read.
+std::optional<std::string> readStart(int number, std::size_t size) {
+    std::string start(size, '\0');
+    if (readUpTo(number, start.data(), size, 0) != static_cast<ssize_t>(size)) return std::nullopt;
+    return start;
+}
+
+/// Up to this size an old file is kept in memory as a whole while it is written over, beyond it
+/// only as much as the new bytes cover.
+constexpr std::size_t MAX_KEPT_WHOLE = 16UL * 1024 * 1024;
+
+/// Writes over the open plain file. What grows it comes first: mostly only growing takes disk
+/// space, so a full disk is met before an old byte is touched. The old end is cut off last, when
+/// the new bytes are safely down.
+bool overwrite(int number, std::string_view bytes, const struct stat& old) {
     const auto oldSize = static_cast<std::size_t>(old.st_size);
     const std::size_t shared = std::min(oldSize, bytes.size());
-    const std::optional<std::string> head = readHead(path, old, shared);
-    const bool written = writeAllAt(number, bytes.substr(shared), static_cast<off_t>(shared)) &&
-                         writeAllAt(number, bytes.substr(0, shared), 0) &&
-                         ::ftruncate(number, static_cast<off_t>(bytes.size())) == 0 &&
-                         flushToDisk(number);
-    if (written) return true;
-    if (head) writeAllAt(number, *head, 0);
+    const auto kept = readStart(number, oldSize <= MAX_KEPT_WHOLE ? oldSize : shared);
+    const bool isKeptWhole = kept && kept->size() == oldSize;
+
+    const bool isDown = writeAllAt(number, bytes.substr(shared), shared) &&
+                        writeAllAt(number, bytes.substr(0, shared), 0) && flushToDisk(number);
+    if (isDown && ::ftruncate(number, static_cast<off_t>(bytes.size())) == 0) {
+        // An old end that is gone for good leaves the new bytes, all of them, as the outcome.
+        if (flushToDisk(number) || !isKeptWhole) return true;
+    }
+    if (kept) writeAllAt(number, *kept, 0);
     if (::ftruncate(number, old.st_size) == 0) flushToDisk(number);
     return false;
 }
 
-/// Writes to what stands at `path` or where the link leads to, without replacing it.
-bool writeThrough(const std::string& path, std::string_view bytes) {
-    // Without O_NONBLOCK a pipe that nobody reads would wait for its reader.
-    constexpr int FLAGS = O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
-    int number = ::open(path.c_str(), FLAGS);
-    const bool isNew = number < 0 && errno == ENOENT;
-    if (isNew) number = ::open(path.c_str(), FLAGS | O_CREAT, 0666);
-    const Descriptor file(number);
-
+/// Makes the file that the link `path` leads to.
+bool makeTarget(const std::string& path, std::string_view bytes) {
     struct stat state {};
 
-    if (!file.isOpen() || ::fstat(number, &state) != 0) return false;
-    if (!S_ISREG(state.st_mode))
-        return ::fcntl(number, F_SETFL, ::fcntl(number, F_GETFL) & ~O_NONBLOCK) == 0 &&
-               writeAll(number, bytes) && flushToDisk(number);
-    if (overwrite(number, path, bytes, state)) return true;
-    if (isNew) {
-        std::error_code ignored;
+    const Descriptor file(::open(path.c_str(), O_RDWR | O_CREAT | OPEN_FLAGS, 0666));
+    if (!file.isOpen() || ::fstat(file.get(), &state) != 0 || !S_ISREG(state.st_mode)) return false;
+    if (overwrite(file.get(), bytes, state)) return true;
+    std::error_code ignored;
+    if (state.st_size == 0)
         std::filesystem::remove(std::filesystem::canonical(path, ignored), ignored);
-    }
     return false;
+}
+
+/// Writes to a device or a pipe, waiting for a slow reader but never for the first one.
+bool writeToStream(int number, std::string_view bytes) {
+    return ::fcntl(number, F_SETFL, ::fcntl(number, F_GETFL) & ~O_NONBLOCK) == 0 &&
+           writeAll(number, bytes) && flushToDisk(number);
+}
+
+/// Writes to what stands at `path` or where the link leads to, without replacing it.
+bool writeThrough(const std::string& path, std::string_view bytes) {
+    struct stat state {};
+
+    const Descriptor plain = openPlain(path, O_RDWR, state);
+    if (plain.isOpen()) return overwrite(plain.get(), bytes, state);
+    const Descriptor other(::open(path.c_str(), O_WRONLY | OPEN_FLAGS));
+    if (!other.isOpen()) return errno == ENOENT && makeTarget(path, bytes);
+    if (::fstat(other.get(), &state) != 0) return false;
+    return S_ISREG(state.st_mode) ? overwrite(other.get(), bytes, state)
+                                  : writeToStream(other.get(), bytes);
+}
+
+Outcome tryToReplace(const std::string& path, std::string_view bytes) {
+    struct stat old {};
+
+    if (::lstat(path.c_str(), &old) != 0)
+        return errno == ENOENT ? makePlain(path, bytes) : Outcome::FAILED;
+    // A folder's rights would allow to replace it, but a file that is protected stays.
+    if (S_ISREG(old.st_mode) && ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0)
+        return Outcome::FAILED;
+    Outcome outcome = Outcome::NOT_REPLACEABLE;
+    if (S_ISREG(old.st_mode) && old.st_nlink == 1) outcome = replacePlain(path, bytes, old);
+    if (outcome != Outcome::NOT_REPLACEABLE) return outcome;
+    return writeThrough(path, bytes) ? Outcome::WRITTEN : Outcome::FAILED;
 }
 
 }  // namespace
@@ -258,13 +285,13 @@ bool writeThrough(const std::string& path, std::string_view bytes) {
 std::optional<std::string> read(const std::string& path, std::size_t limit) {
     struct stat state {};
 
-    const Descriptor file = openPlain(path, state);
+    const Descriptor file = openPlain(path, O_RDONLY, state);
     if (!file.isOpen() || static_cast<std::size_t>(state.st_size) > limit) return std::nullopt;
     // One byte more than it says shows the end at the first read. Some files say 0 and have more.
     std::string bytes(static_cast<std::size_t>(state.st_size) + 1, '\0');
     std::size_t size = 0;
     while (true) {
-        const ssize_t count = readUpTo(file.get(), bytes.data() + size, bytes.size() - size);
+        const ssize_t count = readUpTo(file.get(), bytes.data() + size, bytes.size() - size, size);
         if (count < 0) return std::nullopt;
         size += static_cast<std::size_t>(count);
         if (size > limit) return std::nullopt;
@@ -278,22 +305,24 @@ std::optional<std::string> read(const std::string& path, std::size_t limit) {
 bool isReadable(const std::string& path) {
     struct stat state {};
 
-    return openPlain(path, state).isOpen();
+    return openPlain(path, O_RDONLY, state).isOpen();
+}
+
+std::string resolve(const std::string& path) {
+    struct stat state {};
+
+    if (!isUsable(path) || ::lstat(path.c_str(), &state) != 0 || !S_ISLNK(state.st_mode) ||
+        ::stat(path.c_str(), &state) != 0 || !S_ISREG(state.st_mode))
+        return path;
+    std::error_code error;
+    const std::filesystem::path target = std::filesystem::canonical(path, error);
+    return error ? path : target.string();
 }
 
 bool replace(const std::string& path, std::string_view bytes) {
     if (!isUsable(path)) return false;
-    const WriteSignalsHeld held;
-
-    struct stat old {};
-
-    if (::lstat(path.c_str(), &old) != 0)
-        return errno == ENOENT && writeBeside(path, bytes, nullptr) == Outcome::WRITTEN;
-    if (!S_ISREG(old.st_mode)) return writeThrough(path, bytes);
-    // A folder's rights would allow to replace it, but a file that is protected stays.
-    if (::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0) return false;
-    const Outcome outcome = writeBeside(path, bytes, &old);
-    if (outcome == Outcome::FOLDER_CLOSED) return writeThrough(path, bytes);
+    Outcome outcome = tryToReplace(path, bytes);
+    if (outcome == Outcome::APPEARED) outcome = tryToReplace(path, bytes);
     return outcome == Outcome::WRITTEN;
 }
 

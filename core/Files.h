@@ -15,11 +15,20 @@ std::optional<std::string> read(const std::string& path, std::size_t limit);
 /// Whether a plain file of this path can be opened for reading.
 bool isReadable(const std::string& path);
 
+/// The plain file that the link `path` leads to. `path` itself if it is anything else, also a link
+/// to nowhere. What `replace` does to the outcome, it does beside the target: the link stays.
+std::string resolve(const std::string& path);
+
 /// Replaces the plain file `path`, or makes it, by writing beside it, flushing to disk and
 /// renaming; an old file keeps its mode and owner. What exists and is no plain file (a device, a
-/// pipe, a link) is written to and never replaced. Where the folder takes no new file but the
-/// file itself can be written, it is written over. False if the bytes could not be written; an
-/// old plain file is then as it was.
+/// pipe, a link) is written to and never replaced. A file is written over in place, too, if it
+/// has other names, if its folder takes no new file, or if a new one could not have its mode and
+/// owner: safe from a failure, but not from a crash in the middle of it.
+///
+/// False if the bytes could not be written; an old plain file is then as it was. The exception is
+/// one that is written over and may not be read: it keeps its length, but perhaps not its bytes.
+///
+/// The process must live on after SIGPIPE and SIGXFSZ, which writing can raise.
 bool replace(const std::string& path, std::string_view bytes);
 
 }  // namespace orvel::core::files

@@ -145,7 +145,8 @@ void SystemFeature::loadConfig() {
 bool SystemFeature::saveConfig() const {
     const auto object = XmlConverter::toXml(configObject);
     object->setAttribute(xml::tags::Name, configuration::ROOT_NAME);
-    return files::replace(configuration::getConfigPath(), object->toString());
+    // Of a linked file, too, a crash must leave the old or the new one.
+    return files::replace(files::resolve(configuration::getConfigPath()), object->toString());
 }
 
 std::unique_ptr<ResultBase> SystemFeature::setProperty(Attribute descriptor,

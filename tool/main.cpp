@@ -43,9 +43,10 @@ int main(int argc, char* argv[]) {
     if (result == nullptr) return 0;
 
     const std::int32_t code = result->getErrorCode();
+    // In one piece, so that runs which share an output do not mix their lines.
+    std::string text = result->output();
+    text += '\n';
     // An output that takes no more does not change the outcome of the command.
-    const std::string text = result->output();
-    static_cast<void>(tavik::standard_streams::writeOutput(text) &&
-                      tavik::standard_streams::writeOutput("\n"));
+    static_cast<void>(tavik::standard_streams::writeOutput(text));
     return code;
 }

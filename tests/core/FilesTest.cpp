@@ -1,6 +1,7 @@
 // Reading and replacing whole files, with the faults that a file system has in store.
 #include "core/Files.h"
 
+#include "tests/core/FileFaults.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -11,10 +12,12 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <optional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -22,6 +25,8 @@
 namespace {
 
 namespace files = orvel::core::files;
+using tavik::testing::FileCall;
+using tavik::testing::FileFault;
 using tavik::testing::TemporaryFolder;
 
 constexpr std::size_t NO_LIMIT = 1 << 20;
@@ -80,6 +85,21 @@ private:
     bool isRoot;
 };
 
+/// Keeps a signal from ending the process for as long as it lives.
+class SignalIgnored {
+public:
+    explicit SignalIgnored(int number) : signal(number), before(::signal(number, SIG_IGN)) {}
+
+    SignalIgnored(const SignalIgnored&) = delete;
+    SignalIgnored& operator=(const SignalIgnored&) = delete;
+
+    ~SignalIgnored() { ::signal(signal, before); }
+
+private:
+    int signal;
+    sighandler_t before;
+};
+
 /// Files may not grow past `bytes` for as long as it lives: the next best to a full disk.
 class FileSizeLimit {
 public:
@@ -95,6 +115,7 @@ public:
     ~FileSizeLimit() { EXPECT_EQ(0, ::setrlimit(RLIMIT_FSIZE, &before)); }
 
 private:
+    const SignalIgnored ignored{SIGXFSZ};
     rlimit before{};
 };
 
@@ -189,6 +210,13 @@ TEST(FilesRead, GivesNothingForWhatIsNoPlainFile) {
     }
 }
 
+TEST(FilesRead, GivesNothingForAPlainFileWhoseReadingFails) {
+    // The first page of a process is never mapped.
+    ASSERT_TRUE(S_ISREG(stateOf("/proc/self/mem").st_mode));
+    EXPECT_TRUE(files::isReadable("/proc/self/mem"));
+    EXPECT_EQ(std::nullopt, files::read("/proc/self/mem", NO_LIMIT));
+}
+
 TEST(FilesRead, GivesNothingWithoutTheRightToRead) {
     const TemporaryFolder folder;
     put(folder.path("file"), "text");
@@ -239,11 +267,87 @@ TEST(FilesReplace, WritesEveryByte) {
 TEST(FilesReplace, PutsAnotherFileInTheOldOnesPlace) {
     const TemporaryFolder folder;
     put(folder.path("file"), "a longer old text");
+    std::ifstream old(folder.path("file"));
+    EXPECT_TRUE(files::replace(folder.path("file"), "new"));
+    EXPECT_EQ("new", get(folder.path("file")));
+    EXPECT_EQ("a longer old text", std::string(std::istreambuf_iterator<char>(old), {}));
+    EXPECT_EQ(std::vector<std::string>{"file"}, namesIn(folder.path()));
+}
+
+TEST(FilesReplace, LetsTheOtherNamesOfAFileSeeTheNewBytes) {
+    const TemporaryFolder folder;
+    put(folder.path("file"), "a longer old text");
     std::filesystem::create_hard_link(folder.path("file"), folder.path("other name"));
     EXPECT_TRUE(files::replace(folder.path("file"), "new"));
     EXPECT_EQ("new", get(folder.path("file")));
-    EXPECT_EQ("a longer old text", get(folder.path("other name")));
+    EXPECT_EQ("new", get(folder.path("other name")));
+    EXPECT_EQ(2U, stateOf(folder.path("file")).st_nlink);
     EXPECT_EQ((std::vector<std::string>{"file", "other name"}), namesIn(folder.path()));
+}
+
+TEST(FilesReplace, LeavesTheOldBytesUnderEveryNameWhenTheDiskIsFull) {
+    const TemporaryFolder folder;
+    put(folder.path("file"), "old");
+    std::filesystem::create_hard_link(folder.path("file"), folder.path("other name"));
+    {
+        const FileSizeLimit limit(1000);
+        EXPECT_FALSE(files::replace(folder.path("file"), std::string(2000, 'x')));
+    }
+    EXPECT_EQ("old", get(folder.path("file")));
+    EXPECT_EQ("old", get(folder.path("other name")));
+}
+
+TEST(FilesReplace, StartsOverWhenAFileAppearsInTheMeantime) {
+    const TemporaryFolder folder;
+    const auto appear = [&](int before) -> std::optional<int> {
+        if (before == 0) {
+            put(folder.path("file"), "theirs");
+            EXPECT_EQ(0, ::chmod(folder.path("file").c_str(), 0600));
+        }
+        return std::nullopt;
+    };
+    {
+        const FileFault fault(FileCall::RENAME_NEW, appear);
+        EXPECT_TRUE(files::replace(folder.path("file"), "new"));
+        EXPECT_EQ(1, fault.calls());
+    }
+    EXPECT_EQ("new", get(folder.path("file")));
+    EXPECT_EQ(0600U, modeOf(folder.path("file")));
+    EXPECT_EQ(std::vector<std::string>{"file"}, namesIn(folder.path()));
+}
+
+TEST(FilesReplace, WritesThroughALinkThatAppearsInTheMeantime) {
+    const TemporaryFolder folder;
+    put(folder.path("target"), "old");
+    {
+        const FileFault fault(FileCall::RENAME_NEW, [&](int before) -> std::optional<int> {
+            if (before == 0) std::filesystem::create_symlink("target", folder.path("link"));
+            return std::nullopt;
+        });
+        EXPECT_TRUE(files::replace(folder.path("link"), "new"));
+    }
+    EXPECT_EQ("target", std::filesystem::read_symlink(folder.path("link")));
+    EXPECT_EQ("new", get(folder.path("target")));
+    EXPECT_EQ((std::vector<std::string>{"link", "target"}), namesIn(folder.path()));
+}
+
+TEST(FilesReplace, StartsOverOnlyOnce) {
+    const TemporaryFolder folder;
+    const FileFault fault(FileCall::RENAME_NEW, EEXIST);
+    EXPECT_FALSE(files::replace(folder.path("file"), "new"));
+    EXPECT_EQ(2, fault.calls());
+    EXPECT_TRUE(namesIn(folder.path()).empty());
+}
+
+TEST(FilesReplace, MakesANewFileWhereTheSystemCanNotSpareAnAppearingOne) {
+    for (const int error : {EINVAL, ENOSYS}) {
+        SCOPED_TRACE(error);
+        const TemporaryFolder folder;
+        const FileFault fault(FileCall::RENAME_NEW, error);
+        EXPECT_TRUE(files::replace(folder.path("file"), "new"));
+        EXPECT_EQ("new", get(folder.path("file")));
+        EXPECT_EQ(std::vector<std::string>{"file"}, namesIn(folder.path()));
+    }
 }
 
 TEST(FilesReplace, KeepsTheOldFilesMode) {
@@ -273,18 +377,115 @@ TEST(FilesReplace, KeepsTheOldFilesOwner) {
     EXPECT_EQ(old.st_mode, stateOf(folder.path("file")).st_mode);
 }
 
-TEST(FilesReplace, ReplacesAnothersFileWhoseOwnerItMayNotGive) {
+TEST(FilesReplace, KeepsTheModeBitsThatWritingTakesAway) {
     const TemporaryFolder folder;
     put(folder.path("file"), "old");
-    ASSERT_EQ(0, ::chmod(folder.path().c_str(), 0777));
-    ASSERT_EQ(0, ::chmod(folder.path("file").c_str(), 04666));
+    EXPECT_EQ(0, ::chmod(folder.path().c_str(), 0777));
+    if (::geteuid() == 0) {
+        ASSERT_EQ(0,
+                  ::chown(folder.path("file").c_str(), OrdinaryUser::NOBODY, OrdinaryUser::NOBODY));
+    }
+    ASSERT_EQ(0, ::chmod(folder.path("file").c_str(), 04755));
     {
         const OrdinaryUser user;
         EXPECT_TRUE(files::replace(folder.path("file"), "new"));
     }
     EXPECT_EQ("new", get(folder.path("file")));
-    EXPECT_EQ(0666U, modeOf(folder.path("file")) & 0777U);
-    EXPECT_TRUE(::geteuid() != 0 || modeOf(folder.path("file")) == 0666);
+    EXPECT_EQ(04755U, modeOf(folder.path("file")));
+}
+
+TEST(FilesReplace, WritesOverAnothersFileWhoseOwnerItMayNotGive) {
+    const TemporaryFolder folder;
+    put(folder.path("file"), "old");
+    ASSERT_EQ(0, ::chmod(folder.path().c_str(), 0777));
+    ASSERT_EQ(0, ::chmod(folder.path("file").c_str(), 0666));
+
+    const struct stat old = stateOf(folder.path("file"));
+    {
+        const OrdinaryUser user;
+        EXPECT_TRUE(files::replace(folder.path("file"), "new"));
+    }
+
+    EXPECT_EQ("new", get(folder.path("file")));
+    EXPECT_EQ(old.st_uid, stateOf(folder.path("file")).st_uid);
+    EXPECT_EQ(old.st_gid, stateOf(folder.path("file")).st_gid);
+    EXPECT_EQ(old.st_mode, stateOf(folder.path("file")).st_mode);
+    EXPECT_EQ(std::vector<std::string>{"file"}, namesIn(folder.path()));
+}
+
+TEST(FilesReplace, WritesOverAFileWhoseOwnerOrModeCanNotBeKept) {
+    constexpr int CLAIM_SUCCESS = 0;
+
+    const struct {
+        const char* about;
+        FileCall call;
+        int error;
+    } rows[] = {
+        {"the owner", FileCall::GIVE_OWNER, EPERM},
+        {"an owner that the file system does not know", FileCall::GIVE_OWNER, EINVAL},
+        {"the mode", FileCall::GIVE_MODE, EPERM},
+        {"a mode that is silently not taken", FileCall::GIVE_MODE, CLAIM_SUCCESS},
+    };
+
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.about);
+        const TemporaryFolder folder;
+        put(folder.path("file"), "a longer old text");
+        ASSERT_EQ(0, ::chmod(folder.path("file").c_str(), 0751));
+        const ino_t before = stateOf(folder.path("file")).st_ino;
+        {
+            const FileFault fault(row.call, row.error);
+            EXPECT_TRUE(files::replace(folder.path("file"), "new"));
+        }
+        EXPECT_EQ("new", get(folder.path("file")));
+        EXPECT_EQ(before, stateOf(folder.path("file")).st_ino);
+        EXPECT_EQ(0751U, modeOf(folder.path("file")));
+        EXPECT_EQ(std::vector<std::string>{"file"}, namesIn(folder.path()));
+    }
+}
+
+TEST(FilesReplace, WritesOverAFileThatNothingCanBeMadeBeside) {
+    for (const int error : {EACCES, EPERM, EROFS, ENOSPC, EDQUOT, ENAMETOOLONG, EBUSY, EMFILE}) {
+        SCOPED_TRACE(error);
+        const TemporaryFolder folder;
+        put(folder.path("file"), "a longer old text");
+        const ino_t before = stateOf(folder.path("file")).st_ino;
+        {
+            const FileFault fault(FileCall::MAKE_NEW, error);
+            EXPECT_TRUE(files::replace(folder.path("file"), "new"));
+            EXPECT_FALSE(files::replace(folder.path("absent"), "new"));
+        }
+        EXPECT_EQ("new", get(folder.path("file")));
+        EXPECT_EQ(before, stateOf(folder.path("file")).st_ino);
+        EXPECT_EQ(std::vector<std::string>{"file"}, namesIn(folder.path()));
+    }
+}
+
+TEST(FilesReplace, WritesOverAFileWhoseNameCanNotBeTaken) {
+    for (const int error : {EACCES, EPERM, EBUSY, ENOSPC}) {
+        SCOPED_TRACE(error);
+        const TemporaryFolder folder;
+        put(folder.path("file"), "a longer old text");
+        const ino_t before = stateOf(folder.path("file")).st_ino;
+        {
+            const FileFault fault(FileCall::RENAME, error);
+            EXPECT_TRUE(files::replace(folder.path("file"), "new"));
+        }
+        EXPECT_EQ("new", get(folder.path("file")));
+        EXPECT_EQ(before, stateOf(folder.path("file")).st_ino);
+        EXPECT_EQ(std::vector<std::string>{"file"}, namesIn(folder.path()));
+    }
+}
+
+TEST(FilesReplace, WritesOverAFileWhosePathLeavesNoRoomForALongerName) {
+    const TemporaryFolder folder;
+    put(folder.path("file"), "old");
+    std::string path = folder.path().string() + "//file";
+    while (path.size() < 4095)
+        path.insert(path.size() - 4, "/");
+    EXPECT_TRUE(files::replace(path, "new"));
+    EXPECT_EQ("new", get(folder.path("file")));
+    EXPECT_EQ(std::vector<std::string>{"file"}, namesIn(folder.path()));
 }
 
 TEST(FilesReplace, SparesNamesThatAKilledProcessLeftBehind) {
@@ -372,7 +573,7 @@ TEST(FilesReplace, WaitsForASlowReaderOfAPipe) {
     EXPECT_TRUE(S_ISFIFO(stateOf(folder.path("pipe")).st_mode));
 }
 
-TEST(FilesReplace, SurvivesAReaderThatGoesAway) {
+TEST(FilesReplace, FailsWhenTheReaderOfAPipeGoesAway) {
     const TemporaryFolder folder;
     ASSERT_EQ(0, ::mkfifo(folder.path("pipe").c_str(), 0666));
     const int readEnd = ::open(folder.path("pipe").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
@@ -383,11 +584,9 @@ TEST(FilesReplace, SurvivesAReaderThatGoesAway) {
             continue;
         ::close(readEnd);
     });
+    const SignalIgnored ignored(SIGPIPE);
     EXPECT_FALSE(files::replace(folder.path("pipe"), std::string(1 << 20, 'x')));
     reader.join();
-    sigset_t pending;
-    ASSERT_EQ(0, ::sigpending(&pending));
-    EXPECT_EQ(0, ::sigismember(&pending, SIGPIPE));
 }
 
 TEST(FilesReplace, WritesToTheTargetOfALink) {
@@ -452,6 +651,104 @@ TEST(FilesReplace, LeavesTheTargetOfALinkWhenTheDiskIsFull) {
     }
 }
 
+TEST(FilesReplace, RestoresTheTargetOfALinkWhateverStepFails) {
+    const struct {
+        const char* about;
+        FileCall call;
+        int good;
+        std::size_t newSize;
+    } rows[] = {
+        // clang-format off
+        {"the first write, shorter",              FileCall::WRITE_AT, 0,  500},
+        {"the first write, longer",               FileCall::WRITE_AT, 0, 2000},
+        {"the flush, shorter",                    FileCall::FLUSH,    0,  500},
+        {"the flush, empty",                      FileCall::FLUSH,    0,    0},
+        {"the flush, as long",                    FileCall::FLUSH,    0, 1500},
+        {"the flush, longer",                     FileCall::FLUSH,    0, 2000},
+        {"cutting",                               FileCall::CUT,      0,  500},
+        {"the flush after cutting",               FileCall::FLUSH,    1,  500},
+        {"the flush after cutting down to empty", FileCall::FLUSH,    1,    0},
+        // clang-format on
+    };
+
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.about);
+        const TemporaryFolder folder;
+        const std::string old(1500, 'o');
+        put(folder.path("target"), old);
+        std::filesystem::create_symlink("target", folder.path("link"));
+        {
+            const FileFault fault(row.call, EIO, row.good);
+            EXPECT_FALSE(files::replace(folder.path("link"), std::string(row.newSize, 'x')));
+        }
+        EXPECT_EQ(old, get(folder.path("target")));
+    }
+}
+
+TEST(FilesReplace, RestoresTheTargetOfALinkWhenTheSecondWriteFails) {
+    const TemporaryFolder folder;
+    put(folder.path("target"), "old");
+    std::filesystem::create_symlink("target", folder.path("link"));
+    {
+        const FileFault fault(FileCall::WRITE_AT, [](int before) {
+            return before == 1 ? std::optional<int>(EIO) : std::nullopt;
+        });
+        EXPECT_FALSE(files::replace(folder.path("link"), "a longer text"));
+    }
+    EXPECT_EQ("old", get(folder.path("target")));
+}
+
+TEST(FilesReplace, DropsTheOldEndOfALinksTargetOnlyWhenTheNewBytesAreDown) {
+    constexpr std::size_t LARGE = 17 << 20;
+    for (const std::size_t size : {std::size_t{1500}, LARGE}) {
+        SCOPED_TRACE(size);
+        const TemporaryFolder folder;
+        put(folder.path("target"), "old");
+        std::filesystem::resize_file(folder.path("target"), size);
+        std::filesystem::create_symlink("target", folder.path("link"));
+        {
+            const FileFault fault(FileCall::FLUSH, [&](int before) -> std::optional<int> {
+                EXPECT_EQ(before == 0 ? size : 5, std::filesystem::file_size(folder.path("link")));
+                return std::nullopt;
+            });
+            EXPECT_TRUE(files::replace(folder.path("link"), "bytes"));
+            EXPECT_EQ(2, fault.calls());
+        }
+        EXPECT_EQ("bytes", get(folder.path("target")));
+    }
+}
+
+TEST(FilesReplace, RestoresALargeTargetOfALink) {
+    constexpr std::size_t LARGE = 17 << 20;
+    const TemporaryFolder folder;
+    put(folder.path("target"), "a long old text");
+    std::filesystem::resize_file(folder.path("target"), LARGE);
+    std::filesystem::create_symlink("target", folder.path("link"));
+    for (const FileCall call : {FileCall::FLUSH, FileCall::CUT}) {
+        SCOPED_TRACE(static_cast<int>(call));
+        {
+            const FileFault fault(call, EIO);
+            EXPECT_FALSE(files::replace(folder.path("link"), "bytes"));
+        }
+        EXPECT_EQ(LARGE, std::filesystem::file_size(folder.path("target")));
+        std::string start(15, '\0');
+        std::ifstream(folder.path("target")).read(start.data(), 15);
+        EXPECT_EQ("a long old text", start);
+    }
+}
+
+TEST(FilesReplace, CountsTheNewBytesAsWrittenWhenALargeOldEndIsGone) {
+    const TemporaryFolder folder;
+    put(folder.path("target"), "old");
+    std::filesystem::resize_file(folder.path("target"), 17 << 20);
+    std::filesystem::create_symlink("target", folder.path("link"));
+    {
+        const FileFault fault(FileCall::FLUSH, EIO, 1);
+        EXPECT_TRUE(files::replace(folder.path("link"), "bytes"));
+    }
+    EXPECT_EQ("bytes", get(folder.path("target")));
+}
+
 TEST(FilesReplace, WritesOverAFileInAFolderThatTakesNoNewOne) {
     for (const std::string old : {"", "old", "a longer old text"}) {
         SCOPED_TRACE(old);
@@ -476,6 +773,19 @@ TEST(FilesReplace, WritesOverAFileThatItMayNotRead) {
     }
     ASSERT_EQ(0, ::chmod(folder.file().c_str(), 0666));
     EXPECT_EQ("new text", get(folder.file()));
+}
+
+TEST(FilesReplace, KeepsTheLengthOfAFileThatItMayNotReadWhenWritingOverFails) {
+    const ClosedFolder folder("a longer old text");
+    ASSERT_EQ(0, ::chmod(folder.file().c_str(), 0222));
+    {
+        const OrdinaryUser user;
+        const FileFault fault(FileCall::FLUSH, EIO);
+        EXPECT_FALSE(files::replace(folder.file(), "new text"));
+        EXPECT_FALSE(files::replace(folder.file(), "a text longer than that"));
+    }
+    ASSERT_EQ(0, ::chmod(folder.file().c_str(), 0666));
+    EXPECT_EQ("a text longer tha", get(folder.file()));
 }
 
 TEST(FilesReplace, RestoresTheOldBytesWhenWritingOverFails) {
@@ -521,6 +831,48 @@ TEST(FilesReplace, LeavesAFileThatIsProtectedAgainstWriting) {
     EXPECT_FALSE(files::replace(folder.path("file"), "new"));
     EXPECT_EQ("old", get(folder.path("file")));
     EXPECT_EQ(std::vector<std::string>{"file"}, namesIn(folder.path()));
+}
+
+TEST(FilesResolve, GivesThePlainFileThatALinkLeadsTo) {
+    const TemporaryFolder folder;
+    const std::filesystem::path real = std::filesystem::canonical(folder.path());
+    std::filesystem::create_directory(folder.path("folder"));
+    put(folder.path("folder/file"), "text");
+    std::filesystem::create_symlink("folder/file", folder.path("link"));
+    std::filesystem::create_symlink("../link", folder.path("folder/link to link"));
+    EXPECT_EQ((real / "folder/file").string(), files::resolve(folder.path("link")));
+    EXPECT_EQ((real / "folder/file").string(), files::resolve(folder.path("folder/link to link")));
+}
+
+TEST(FilesResolve, LeavesEveryOtherPathAsItIs) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder.path("folder"));
+    put(folder.path("file"), "text");
+    std::filesystem::create_symlink("folder", folder.path("link to folder"));
+    std::filesystem::create_symlink("/dev/null", folder.path("link to device"));
+    std::filesystem::create_symlink("nowhere", folder.path("dangling"));
+    std::filesystem::create_symlink("circle", folder.path("circle"));
+    for (const std::string& path :
+         {folder.path("file"), folder.path("folder/../file"), folder.path("folder"),
+          folder.path("link to folder"), folder.path("link to folder/../file"),
+          folder.path("link to device"), folder.path("dangling"), folder.path("circle"),
+          folder.path("absent"), folder.path("file") + std::string("\0tail", 5), std::string()}) {
+        SCOPED_TRACE(path);
+        EXPECT_EQ(path, files::resolve(path));
+    }
+}
+
+TEST(FilesResolve, LetsTheTargetOfALinkBeReplacedBesideItself) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder.path("folder"));
+    put(folder.path("folder/file"), "a longer old text");
+    std::ifstream old(folder.path("folder/file"));
+    std::filesystem::create_symlink("folder/file", folder.path("link"));
+    EXPECT_TRUE(files::replace(files::resolve(folder.path("link")), "new"));
+    EXPECT_EQ("folder/file", std::filesystem::read_symlink(folder.path("link")));
+    EXPECT_EQ("new", get(folder.path("folder/file")));
+    EXPECT_EQ("a longer old text", std::string(std::istreambuf_iterator<char>(old), {}));
+    EXPECT_EQ(std::vector<std::string>{"file"}, namesIn(folder.path("folder")));
 }
 
 }  // namespace

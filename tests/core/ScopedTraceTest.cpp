@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <ios>
+#include <sstream>
+#include <streambuf>
 #include <string>
 
 namespace orvel::core::global_logging {
@@ -64,6 +67,26 @@ TEST_F(ScopedTraceTest, KeepsTheNamesItWasGiven) {
 TEST_F(ScopedTraceTest, TakesThePlaceItStandsIn) {
     const ScopedTrace trace(ORVEL_HERE);
     EXPECT_TRUE(takeMessages().starts_with("[debug] ScopedTraceTest.cpp("));
+}
+
+TEST_F(ScopedTraceTest, LosesAnExitLineThatCanNotBeWritten) {
+    struct : std::streambuf {
+    } full;  // takes no character
+
+    std::ios& log = *getString();
+    std::streambuf* usual = nullptr;
+    {
+        const ScopedTrace trace({"a.cpp", 1, "work"});
+        takeMessages();
+        usual = log.rdbuf(&full);
+        log.exceptions(std::ios::badbit);
+    }
+    EXPECT_TRUE(log.bad());
+    log.exceptions(std::ios::goodbit);
+    log.rdbuf(usual);
+    EXPECT_EQ(takeMessages(), "");
+    writePlain(boost::log::trivial::debug, "later");
+    EXPECT_EQ(takeMessages(), "[debug] later\n");
 }
 
 TEST_F(ScopedTraceTest, WritesNothingAboveDebugSeverity) {

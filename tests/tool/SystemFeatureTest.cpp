@@ -12,7 +12,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <map>
 #include <string>
 #include <vector>
@@ -343,8 +346,24 @@ TEST_F(SystemFeatureTest, DoesNotWaitForAPipeInThePlaceOfTheFile) {
     EXPECT_TRUE(std::filesystem::is_fifo(PATH));
 }
 
-TEST_F(SystemFeatureTest, WritesWhereALinkLeads) {
-    put("target", "garbage");
+TEST_F(SystemFeatureTest, ReplacesTheFileThatALinkLeadsTo) {
+    std::filesystem::create_directory("elsewhere");
+    put("elsewhere/target", "garbage");
+    setMode("elsewhere/target", 0640);
+    std::filesystem::create_symlink("../elsewhere/target", PATH);
+    std::ifstream old("elsewhere/target");
+
+    EXPECT_EQ(showAll(), SHOWN_DEFAULTS);
+
+    EXPECT_EQ(std::filesystem::read_symlink(PATH), "../elsewhere/target");
+    EXPECT_EQ(get("elsewhere/target"), DEFAULTS);
+    EXPECT_EQ(modeOf("elsewhere/target"), 0640U);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(old), {}), "garbage");
+    EXPECT_EQ(namesIn("elsewhere"), std::vector<std::string>{"target"});
+    EXPECT_EQ(namesIn("opt"), std::vector<std::string>{"tavik_config.xml"});
+}
+
+TEST_F(SystemFeatureTest, MakesTheFileThatALinkLeadsTo) {
     std::filesystem::create_symlink("../target", PATH);
 
     EXPECT_EQ(showAll(), SHOWN_DEFAULTS);
@@ -418,6 +437,7 @@ TEST_F(SystemFeatureTest, LeavesTheOldFileIfTheNewOneDoesNotFit) {
     const auto finding = inForkedChild([] {
         const rlimit limit = {100, 100};
         ::setrlimit(RLIMIT_FSIZE, &limit);
+        ::signal(SIGXFSZ, SIG_IGN);
         return setLogFile("/y.log");
     });
 
