@@ -19,6 +19,7 @@ constexpr int ROUNDS = 5000;
 void onSeveralThreads(const std::function<void()>& body) {
     std::latch start(THREADS);
     std::vector<std::jthread> threads;
+    threads.reserve(THREADS);
     for (int i = 0; i < THREADS; ++i) {
         threads.emplace_back([&] {
             start.arrive_and_wait();
@@ -31,9 +32,9 @@ TEST(PayloadThreads, KeepTheBufferWhileHandlesComeAndGo) {
     const Payload shared("abcd", 4);
     onSeveralThreads([&shared] {
         for (int round = 0; round < ROUNDS; ++round) {
-            const Payload copy = shared;
+            const auto copy = std::make_unique<Payload>(shared);
             Payload assigned;
-            assigned = copy;
+            assigned = *copy;
             EXPECT_EQ(shared.data(), assigned.data());
         }
     });
@@ -45,6 +46,7 @@ TEST(PayloadThreads, FreeTheBufferWithTheLastHandleWhicheverThreadHoldsIt) {
         auto only = std::make_unique<Payload>("abcd", 4);
         std::latch copied(THREADS);
         std::vector<std::jthread> threads;
+        threads.reserve(THREADS);
         for (int i = 0; i < THREADS; ++i) {
             threads.emplace_back([&copied, copy = *only] {
                 copied.arrive_and_wait();
