@@ -216,9 +216,9 @@ Attribute::Attribute(std::string name, std::uint64_t value)
     setValue(value);
 }
 
-Attribute::Attribute(std::string name, Payload value)
+Attribute::Attribute(std::string name, const Payload& value)
     : Attribute(std::move(name), {}, types::bytepointer()) {
-    setValue(std::move(value));
+    setValue(value);
 }
 
 Attribute::Attribute(std::string name, const std::vector<std::uint64_t>& value)
@@ -280,8 +280,8 @@ void Attribute::setValue(std::uint64_t newValue) {
     value = integerBytes(newValue);
 }
 
-void Attribute::setValue(Payload newValue) {
-    value = std::move(newValue);
+void Attribute::setValue(const Payload& newValue) {
+    value = newValue;
 }
 
 void Attribute::setValue(const std::vector<std::uint64_t>& newValue) {

@@ -32,7 +32,7 @@ public:
     Attribute(std::string name, std::uint16_t value);
     Attribute(std::string name, std::uint32_t value);
     Attribute(std::string name, std::uint64_t value);
-    Attribute(std::string name, Payload value);                            ///< "bytepointer"
+    Attribute(std::string name, const Payload& value);                     ///< "bytepointer"
     Attribute(std::string name, const std::vector<std::uint64_t>& value);  ///< "list_uint64"
     Attribute(std::string name, const std::vector<std::string>& value);    ///< "vectorOfStrings"
     Attribute(std::string name, const std::vector<Payload>& value);        ///< "vectorOfPayloads"
@@ -49,7 +49,7 @@ public:
     void setValue(std::uint16_t value);
     void setValue(std::uint32_t value);
     void setValue(std::uint64_t value);
-    void setValue(Payload value);
+    void setValue(const Payload& value);
     void setValue(const std::vector<std::uint64_t>& value);
     void setValue(const std::vector<std::string>& value);
     void setValue(const std::vector<Payload>& value);

@@ -47,7 +47,7 @@ bool Payload::operator==(const Payload& other) const {
     return size() == other.size() && std::equal(data(), data() + size(), other.data());
 }
 
-bool Payload::copyFrom(Payload source) {
+bool Payload::copyFrom(const Payload& source) {
     memCopy(data(), size(), source.data(), std::min(source.size(), size()));
     return source.size() <= size();
 }

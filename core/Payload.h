@@ -40,7 +40,7 @@ public:
 
     /// Copies `source` over the front of this buffer. False if it did not fit, in which case this
     /// buffer is filled and its size stays.
-    bool copyFrom(Payload source);
+    bool copyFrom(const Payload& source);
 
     /// Puts a new, longer buffer into this handle; handles that shared the old one keep it.
     /// Throws std::length_error if the size would not fit 32 bits.

@@ -50,7 +50,8 @@ std::unique_ptr<ErrorResult> getNorvoSSDTarget(const ParsedCommand& parsed, std:
     target.clear();
     const auto entry = parsed.targets.find(part.name);
     if (entry == parsed.targets.end()) {
-        return part.required ? refusal("-norvossd target not found.") : nullptr;
+        if (part.required) return refusal("-norvossd target not found.");
+        return nullptr;
     }
     if (entry->second.empty() && part.valueRequired) {
         return refusal("Must specify an norvo ssd index.");
@@ -61,18 +62,21 @@ std::unique_ptr<ErrorResult> getNorvoSSDTarget(const ParsedCommand& parsed, std:
 
     switch (kindOfTarget(target)) {
     case TargetKind::index:
-        return target.size() <= LONGEST_NUMBER ? nullptr : refusal("Index Out of Range.");
+        if (target.size() > LONGEST_NUMBER) return refusal("Index Out of Range.");
+        break;
     case TargetKind::path: {
         const auto number =
             std::string_view(target).substr(target.find(PHYSICAL_DRIVE) + PHYSICAL_DRIVE.size());
-        return number.size() <= LONGEST_NUMBER && isDriveNumber(number)
-                   ? nullptr
-                   : refusal("Invalid Physical Drive Path");
-    }
-    case TargetKind::serialNumber:
+        if (number.size() > LONGEST_NUMBER || !isDriveNumber(number)) {
+            return refusal("Invalid Physical Drive Path");
+        }
         break;
     }
-    return target.size() <= LONGEST_SERIAL_NUMBER ? nullptr : refusal("Invalid norvossd target");
+    case TargetKind::serialNumber:
+        if (target.size() > LONGEST_SERIAL_NUMBER) return refusal("Invalid norvossd target");
+        break;
+    }
+    return nullptr;
 }
 
 }  // namespace tavik::norvossd
