@@ -139,7 +139,7 @@ TEST_F(FeatureLibraryTest, CanBeLoadedAgain) {
 
 TEST_F(FeatureLibraryTest, CarriesBothTextsByteForByte) {
     install("full");
-    const std::string request("<a>\0\xFF\n\"&</a>", 14);
+    const std::string request("<a>\0\xFF\n\"&</a>", 12);
     const std::string reply("answer\0\xFE\n", 9);
     order("reply.xml", reply);
 
