@@ -161,13 +161,6 @@ Reader findReader(const std::string& type) {
     return nullptr;
 }
 
-void addValue(xml::XmlObject& object, const char* name, const std::string& value) {
-    auto property = std::make_unique<xml::XmlProperty>();
-    property->setAttribute(xml::tags::Name, name);
-    property->setAttribute(xml::tags::Value, value);
-    object.addProperty(std::move(property));
-}
-
 }  // namespace
 
 std::unique_ptr<xml::XmlElement> XmlConverter::toXml(const std::string& text) {
@@ -208,9 +201,9 @@ std::unique_ptr<xml::XmlProperty> XmlConverter::toXml(const Payload& payload) {
 std::unique_ptr<xml::XmlObject> XmlConverter::toXml(const Status& status) {
     auto object = std::make_unique<xml::XmlObject>();
     object->setAttribute(xml::tags::Category, xml::categories::Status);
-    addValue(*object, "Category", strings::toString(status.getCategory()));
-    addValue(*object, "Code", strings::toString(status.getCode()));
-    addValue(*object, "Message", status.getMessage());
+    object->addValue("Category", strings::toString(status.getCategory()));
+    object->addValue("Code", strings::toString(status.getCode()));
+    object->addValue("Message", status.getMessage());
     return object;
 }
 

@@ -6,15 +6,24 @@
 #include "core/Payload.h"
 #include "core/Status.h"
 #include "core/xml/XmlElement.h"
+#include "core/xml/XmlList.h"
 #include "core/xml/XmlObject.h"
 #include "core/xml/XmlProperty.h"
 
 #include <cstddef>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace orvel::core {
+
+class CommandHistory;
+class CommandPath;
+class Device;
+class Partition;
+struct CommandResult;
 
 class XmlConverter {
 public:
@@ -33,6 +42,21 @@ public:
     static std::unique_ptr<xml::XmlProperty> toXml(const Payload& payload);
     static std::unique_ptr<xml::XmlObject> toXml(const Status& status);
     static std::unique_ptr<xml::XmlObject> toXml(const AttributeTable& attributes);
+
+    // The same for the types of the device half, which has these (DeviceXml.cpp). What is in the
+    // tables and lists is never null.
+    static std::unique_ptr<xml::XmlObject> toXml(const CommandPath& path);
+    static std::unique_ptr<xml::XmlList>
+    toXml(const std::map<std::string, std::shared_ptr<CommandPath>>& paths);
+    static std::unique_ptr<xml::XmlList>
+    toXml(const std::map<std::string, std::string>& commandSets);
+    static std::unique_ptr<xml::XmlList> toXml(const std::vector<Partition>& partitions);
+    static std::unique_ptr<xml::XmlObject> toXml(const Device& device);
+    static std::unique_ptr<xml::XmlList> toXml(const std::vector<std::shared_ptr<Device>>& devices);
+    static std::unique_ptr<xml::XmlObject> toXml(const CommandResult& result);
+
+    /// Oldest first, from a private copy.
+    static std::unique_ptr<xml::XmlList> toXml(const CommandHistory& history);
 
     /// Nothing for a type word that is written but never read, or unknown.
     static std::optional<Attribute> toAttribute(const xml::XmlProperty& property);

@@ -48,6 +48,13 @@ XmlProperty& XmlObject::addProperty(const std::string& name, const std::string& 
     return property;
 }
 
+XmlProperty& XmlObject::addValue(const std::string& name, const std::string& value) {
+    auto property = std::make_unique<XmlProperty>();
+    property->setAttribute(tags::Name, name);
+    property->setAttribute(tags::Value, value);
+    return addProperty(std::move(property));
+}
+
 bool XmlObject::removeProperty(const std::string& name) {
     const auto place =
         std::find_if(properties.begin(), properties.end(),

@@ -26,6 +26,9 @@ public:
     XmlProperty& addProperty(const std::string& name, const std::string& description,
                              const std::string& value);
 
+    /// Adds a property with these two attributes.
+    XmlProperty& addValue(const std::string& name, const std::string& value);
+
     /// Erases the first property of this name (case matters); false if there is none.
     bool removeProperty(const std::string& name);
 

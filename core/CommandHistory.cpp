@@ -1,0 +1,79 @@
+#include "core/CommandHistory.h"
+
+#include "core/CoreStatuses.h"
+
+#include <boost/thread/lock_guard.hpp>
+
+#include <utility>
+
+namespace orvel::core {
+
+using Lock = boost::lock_guard<boost::mutex>;
+
+CommandHistory::CommandHistory(Contents contents)
+    : maxSize(contents.maxSize),
+      results(std::move(contents.results)) {}
+
+CommandHistory::CommandHistory(const CommandHistory& other)
+    : CommandHistory(other.copyContents()) {}
+
+CommandHistory& CommandHistory::operator=(const CommandHistory& other) {
+    Contents contents = other.copyContents();
+    const Lock lock(mutex);
+    maxSize = contents.maxSize;
+    results = std::move(contents.results);
+    return *this;
+}
+
+CommandHistory::Contents CommandHistory::copyContents() const {
+    const Lock lock(mutex);
+    return {maxSize, results};
+}
+
+void CommandHistory::add(const CommandResult& result) {
+    const Lock lock(mutex);
+    if (maxSize == 0) return;
+    if (results.size() == maxSize) results.pop_front();
+    results.push_back(result);
+}
+
+void CommandHistory::setMaxSize(std::uint32_t size) {
+    const Lock lock(mutex);
+    maxSize = size;
+    while (results.size() > maxSize)
+        results.pop_front();
+}
+
+std::uint32_t CommandHistory::getMaxSize() const {
+    const Lock lock(mutex);
+    return maxSize;
+}
+
+std::size_t CommandHistory::size() const {
+    const Lock lock(mutex);
+    return results.size();
+}
+
+CommandResult CommandHistory::front() const {
+    const Lock lock(mutex);
+    if (results.empty()) throw statuses::commandHistoryEmpty();
+    return results.front();
+}
+
+CommandResult CommandHistory::back() const {
+    const Lock lock(mutex);
+    if (results.empty()) throw statuses::commandHistoryEmpty();
+    return results.back();
+}
+
+void CommandHistory::pop() {
+    const Lock lock(mutex);
+    if (!results.empty()) results.pop_front();
+}
+
+void CommandHistory::clear() {
+    const Lock lock(mutex);
+    results.clear();
+}
+
+}  // namespace orvel::core
