@@ -39,7 +39,10 @@ AsyncEngine::AsyncEngine(std::uint32_t senderThreads, std::uint32_t callbackThre
       callbackThreadCount(callbackThreads == 0 ? 1 : callbackThreads) {}
 
 void AsyncEngine::add(std::unique_ptr<AsyncEngineCommand> command) {
-    if (!sendersRun && !stopRequested) startThreads();
+    if (!sendersRun && !stopRequested) {
+        logDebug(ORVEL_HERE, "Sender and callback threads not created. Doing so now.");
+        startThreads();
+    }
     {
         Lock lock(sendQueueMutex);
         // Intended: the run flags are not looked at, so a full queue without senders blocks.
@@ -51,7 +54,6 @@ void AsyncEngine::add(std::unique_ptr<AsyncEngineCommand> command) {
 }
 
 void AsyncEngine::startThreads() {
-    logDebug(ORVEL_HERE, "Sender and callback threads not created. Doing so now.");
     sendersRun.exchange(SET);
     callbacksRun.exchange(SET);
     onThreadsStarting();

@@ -66,27 +66,36 @@ void replaceByName(Finders& finders, const Finder& finder) {
     finders.push_back(std::move(copy));
 }
 
-void logInfo(const std::string& text) {
-    global_logging::write(boost::log::trivial::info, ORVEL_HERE, text);
-}
+/// Writes lines that all stand for one place in the code.
+class DeviceLog {
+public:
+    explicit DeviceLog(const global_logging::Place& place) : place(place) {}
 
-void logAttributes(const AttributeHolder& holder) {
-    for (const Attribute& attribute : holder.getAttributes())
-        logInfo(attribute.getName() + " = " + attribute.valueAsString());
-}
-
-void logDevice(const Device& device, std::int32_t index) {
-    logInfo("Device " + strings::toString(index));
-    logAttributes(device);
-    for (const Partition& partition : device.getPartitions()) {
-        logInfo("Partition: " + partition.readText(partitionPath()));
-        logAttributes(partition);
+    void write(const Device& device, std::int32_t index) const {
+        line("Device " + strings::toString(index));
+        attributes(device);
+        for (const Partition& partition : device.getPartitions()) {
+            line("Partition: " + partition.readText(partitionPath()));
+            attributes(partition);
+        }
+        for (const auto& [setName, pathName] : device.getCommandSets())
+            line("Command Set = " + setName + " supported by Command Path = " + pathName);
+        for (const auto& [pathName, path] : device.getCommandPaths())
+            line("Command Path: " + pathName);
     }
-    for (const auto& [setName, pathName] : device.getCommandSets())
-        logInfo("Command Set = " + setName + " supported by Command Path = " + pathName);
-    for (const auto& [pathName, path] : device.getCommandPaths())
-        logInfo("Command Path: " + pathName);
-}
+
+private:
+    void line(const std::string& text) const {
+        global_logging::write(boost::log::trivial::info, place, text);
+    }
+
+    void attributes(const AttributeHolder& holder) const {
+        for (const Attribute& attribute : holder.getAttributes())
+            line(attribute.getName() + " = " + attribute.valueAsString());
+    }
+
+    global_logging::Place place;
+};
 
 }  // namespace
 
@@ -105,11 +114,12 @@ void DeviceManager::scan() {
     devices.insert(devices.end(), found.begin(), found.end());
     std::sort(devices.begin(), devices.end(), goesBefore);
 
+    const DeviceLog log(ORVEL_HERE);
     std::int32_t index = 0;
     for (const auto& device : devices) {
         if (identifyOnScan) std::ignore = device->identify();
         setIndex(*device, index);
-        logDevice(*device, index);
+        log.write(*device, index);
         ++index;
     }
 }

@@ -66,7 +66,14 @@ Status Job::run(std::unique_ptr<XmlElement>& response) {
         const Lock lock(mutex);
         startTime = clock();
     }
-    Status result = checkAndRun(response);
+    Status result = statuses::noInputXml();
+    if (request) {
+        const std::string type = lookUp(*request, tags::Type);
+        logInfo(ORVEL_HERE, "Type = " + type);
+        const std::string requestedName = lookUp(*request, tags::Name);
+        logInfo(ORVEL_HERE, "Method Name = " + requestedName);
+        result = requestedName == name ? runByType(type, response) : statuses::invalidJobName();
+    }
     {
         const Lock lock(mutex);
         endTime = clock();
@@ -74,16 +81,6 @@ Status Job::run(std::unique_ptr<XmlElement>& response) {
     setStatus(result);
     state = STATE_AT_END;
     return result;
-}
-
-Status Job::checkAndRun(std::unique_ptr<XmlElement>& response) {
-    if (!request) return statuses::noInputXml();
-    const std::string type = lookUp(*request, tags::Type);
-    logInfo(ORVEL_HERE, "Type = " + type);
-    const std::string requestedName = lookUp(*request, tags::Name);
-    logInfo(ORVEL_HERE, "Method Name = " + requestedName);
-    if (requestedName != name) return statuses::invalidJobName();
-    return runByType(type, response);
 }
 
 Status Job::runByType(const std::string& type, std::unique_ptr<XmlElement>& response) {

@@ -15,6 +15,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace orvel::interfaces::orveli {
 
@@ -116,7 +117,6 @@ protected:
     void setProgress(std::uint8_t value) { progress = value; }
 
 private:
-    core::Status checkAndRun(std::unique_ptr<core::xml::XmlElement>& response);
     core::Status runByType(const std::string& type,
                            std::unique_ptr<core::xml::XmlElement>& response);
     core::Status runSet();
