@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 #include <stdexcept>
+#include <utility>
 
 namespace orvel::core {
 namespace {
@@ -297,31 +298,55 @@ TEST(DeviceAssignment, TakesADevicesOwnChildAndGrandchild) {
 }
 
 TEST(DeviceAssignment, ChangesNothingIfACopyCannotBeMade) {
-    class UncopiedCommand : public FakeCommand {
+    /// Shares with its clones how many more there may be.
+    class ScarceCommand : public FakeCommand {
     public:
-        using FakeCommand::FakeCommand;
+        explicit ScarceCommand(std::shared_ptr<int> left)
+            : FakeCommand("none", "scarce"),
+              left(std::move(left)) {}
 
         std::unique_ptr<Command> clone() const override {
-            if (--copiesLeft < 0) throw std::runtime_error("no more copies");
-            auto copy = std::make_unique<UncopiedCommand>(*this);
-            return copy;
+            if (--*left < 0) throw std::runtime_error("no more clones");
+            return std::make_unique<ScarceCommand>(*this);
         }
 
-        mutable int copiesLeft = 0;
+    private:
+        std::shared_ptr<int> left;
     };
 
-    UncopiedCommand command("none", "uncopied");
-    command.copiesLeft = 2;  // for the result and its place in the history
+    const auto left = std::make_shared<int>(100);
     Device original = fullDevice(newDiary());
     original.setAttribute(Attribute("Level", "original"));
-    original.sendCommand(command);
+    original.removeCommandSet("ATA");
+    original.getCommandPaths().clear();
+    original.getPartitions().clear();
+    original.getChildDevices().clear();
+    original.setCommandHistorySize(4);
+    original.sendCommand(ScarceCommand(left));
     Device device = fullDevice(newDiary());
 
-    EXPECT_THROW(device = original, std::runtime_error);
-
-    EXPECT_EQ(textIn(device, "Level"), "top");
-    EXPECT_EQ(device.getCommandHistory().back().command->getName(), "second");
-    EXPECT_EQ(device.getPartitions().size(), 1U);
+    // Each round gets one clone further, until there are enough.
+    int failures = 0;
+    for (bool done = false; !done; failures += done ? 0 : 1) {
+        SCOPED_TRACE(failures);
+        ASSERT_LT(failures, 100);
+        *left = failures;
+        try {
+            device = original;
+            done = true;
+        } catch (const std::runtime_error&) {
+            EXPECT_EQ(textIn(device, "Level"), "top");
+            EXPECT_EQ(device.getCommandSets().size(), 2U);
+            EXPECT_EQ(device.getCommandPaths().size(), 2U);
+            EXPECT_EQ(device.getPartitions().size(), 1U);
+            EXPECT_EQ(device.getChildDevices().size(), 1U);
+            EXPECT_EQ(device.getCommandHistory().getMaxSize(), 3U);
+            EXPECT_EQ(device.getCommandHistory().size(), 2U);
+        }
+    }
+    EXPECT_GT(failures, 0);
+    EXPECT_EQ(textIn(device, "Level"), "original");
+    EXPECT_EQ(device.getCommandHistory().size(), 3U);
 }
 
 }  // namespace

@@ -109,6 +109,7 @@ TEST(Device, ClonesThePathAfterItHasSent) {
         return result;
     };
     const CommandResult result = only.device.sendCommand(FakeCommand("ATA", "Identify"));
+    ASSERT_NE(result.commandPath, nullptr);
     EXPECT_EQ(result.commandPath->getName(), "only");
     EXPECT_EQ(result.commandPath->getTimeout(), 77);
 }
@@ -264,6 +265,7 @@ TEST(Device, KeepsACopyOfTheResultThatItReturns) {
     DeviceWithPath only;
     CommandResult result = only.device.sendCommand(FakeCommand("ATA", "Identify"));
     result.status = Status(1, 2, "changed");
+    ASSERT_NE(result.commandPath, nullptr);
     result.commandPath->setTimeout(99);
     const CommandResult kept = only.device.getCommandHistory().back();
     EXPECT_EQ(kept.status.getCode(), 0);
@@ -281,6 +283,7 @@ TEST(Device, KeepsThePathThatSendsUntilItIsDone) {
     const std::weak_ptr<FakePath> path = only.path;
     only.path.reset();
     const CommandResult result = only.device.sendCommand(FakeCommand("ATA", "Identify"));
+    ASSERT_NE(result.commandPath, nullptr);
     EXPECT_EQ(result.commandPath->getName(), "only");
     EXPECT_TRUE(path.expired());
 }
@@ -296,6 +299,7 @@ TEST(Device, KeepsTheResultOfACommandThatAPathSendsInItsTurnFirst) {
         return result;
     };
     const CommandResult result = only.device.sendCommand(FakeCommand("ATA", "Identify"));
+    ASSERT_NE(result.commandPath, nullptr);
     EXPECT_EQ(result.commandPath->getName(), "only");
     EXPECT_EQ(only.device.getCommandHistory().size(), 2U);
     EXPECT_EQ(only.device.getCommandHistory().front().commandPath->getName(), "inner");
