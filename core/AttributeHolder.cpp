@@ -1,6 +1,7 @@
 #include "core/AttributeHolder.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace orvel::core {
 
@@ -19,7 +20,26 @@ std::uint64_t littleEndian(const Payload& bytes, std::uint32_t width) {
     return number;
 }
 
+/// Copies whose values have buffers of their own: copies of a payload share one.
+AttributeTable deepCopyOf(const AttributeTable& originals) {
+    AttributeTable copies;
+    for (Attribute attribute : originals) {
+        const Payload& bytes = attribute.getPayload();
+        attribute.setValue(Payload(bytes.data(), bytes.size()));
+        copies.set(std::move(attribute));
+    }
+    return copies;
+}
+
 }  // namespace
+
+AttributeHolder::AttributeHolder(const AttributeHolder& other)
+    : attributes(deepCopyOf(other.attributes)) {}
+
+AttributeHolder& AttributeHolder::operator=(const AttributeHolder& other) {
+    attributes = deepCopyOf(other.attributes);
+    return *this;
+}
 
 Attribute AttributeHolder::getAttribute(const Attribute& attribute) const {
     const Attribute* found = attributes.find(attribute.getName());

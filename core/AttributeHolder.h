@@ -9,8 +9,8 @@
 
 namespace orvel::core {
 
-/// A bag of named attributes. The readers below take the catalogue's blank descriptor of an
-/// attribute, so that no key is spelled outside the catalogue.
+/// A bag of named attributes, whose copies share no byte of a value. The readers below take the
+/// catalogue's blank descriptor of an attribute, so that no key is spelled outside the catalogue.
 class AttributeHolder {
 public:
     /// A copy of the stored attribute with the argument's name, or of the argument if there is
@@ -41,8 +41,10 @@ public:
 
 protected:
     AttributeHolder() = default;
-    AttributeHolder(const AttributeHolder&) = default;
-    AttributeHolder& operator=(const AttributeHolder&) = default;
+    AttributeHolder(const AttributeHolder& other);
+    AttributeHolder(AttributeHolder&&) = default;
+    AttributeHolder& operator=(const AttributeHolder& other);
+    AttributeHolder& operator=(AttributeHolder&&) = default;
     ~AttributeHolder() = default;
 
 private:

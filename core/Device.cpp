@@ -61,19 +61,15 @@ Device::Device(const Device& other)
 
 Device& Device::operator=(const Device& other) {
     if (this == &other) return *this;
-    // All copies are made before the first field changes.
-    CommandPaths newPaths = clonesOf(other.commandPaths);
-    ProtocolIdentifiers newProtocolIdentifiers = clonesOf(other.protocolIdentifiers);
-    ProductIdentifiers newProductIdentifiers = clonesOf(other.productIdentifiers);
-    Devices newChildren = copiesOf(other.childDevices);
-    AttributeHolder::operator=(other);
-    commandSets = other.commandSets;
-    partitions = other.partitions;
-    commandHistory = other.commandHistory;
-    commandPaths = std::move(newPaths);
-    protocolIdentifiers = std::move(newProtocolIdentifiers);
-    productIdentifiers = std::move(newProductIdentifiers);
-    childDevices = std::move(newChildren);
+    Device copy(other);
+    commandHistory = copy.commandHistory;  // the last step that may fail, and then changes nothing
+    commandPaths = std::move(copy.commandPaths);
+    commandSets = std::move(copy.commandSets);
+    protocolIdentifiers = std::move(copy.protocolIdentifiers);
+    productIdentifiers = std::move(copy.productIdentifiers);
+    childDevices = std::move(copy.childDevices);
+    partitions = std::move(copy.partitions);
+    AttributeHolder::operator=(std::move(copy));
     return *this;
 }
 
