@@ -293,7 +293,7 @@ TEST(CommandPath, StopsAnEngineThatIsTakenAway) {
     EXPECT_EQ(path.getAsyncEngine(), nullptr);
 }
 
-/// Where a completion record's 32 bits of context are too few to say who waits.
+/// What a callback, being a plain function, counts in.
 int deliveries = 0;
 
 void countDelivery(CompletionRecord* /*record*/) {
