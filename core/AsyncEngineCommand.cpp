@@ -1,13 +1,17 @@
 #include "core/AsyncEngineCommand.h"
 
+#include <tuple>
+#include <typeinfo>
+
 namespace orvel::core {
 
 namespace {
 
 std::unique_ptr<QueueableCommand> copyOf(const QueueableCommand& command) {
     std::unique_ptr<Command> copy = command.clone();
-    auto* queueable = &dynamic_cast<QueueableCommand&>(*copy);
-    copy.release();
+    auto* queueable = dynamic_cast<QueueableCommand*>(copy.get());
+    if (queueable == nullptr) throw std::bad_cast();
+    std::ignore = copy.release();
     return std::unique_ptr<QueueableCommand>(queueable);
 }
 

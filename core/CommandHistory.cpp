@@ -33,8 +33,9 @@ CommandHistory::Contents CommandHistory::copyContents() const {
 void CommandHistory::add(const CommandResult& result) {
     const Lock lock(mutex);
     if (maxSize == 0) return;
-    if (results.size() == maxSize) results.pop_front();
+    // The copy comes first: one that fails drops nothing.
     results.push_back(result);
+    if (results.size() > maxSize) results.pop_front();
 }
 
 void CommandHistory::setMaxSize(std::uint32_t size) {

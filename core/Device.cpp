@@ -174,7 +174,7 @@ Status Device::identify() {
 Status Device::checkPartitions() {
     if (!partitions.empty()) return statuses::deviceHasPartitions();
     for (const auto& [name, path] : commandPaths) {
-        const Status status = path->checkPartitions();
+        Status status = path->checkPartitions();
         if (status == statuses::deviceHasPartitions()) return status;
     }
     return statuses::deviceHasNoPartitions();

@@ -79,7 +79,8 @@ public:
             attributes(partition);
         }
         for (const auto& [setName, pathName] : device.getCommandSets())
-            line("Command Set = " + setName + " supported by Command Path = " + pathName);
+            line("Command Set = " + setName + std::string(" supported by Command Path = ") +
+                 pathName);
         for (const auto& [pathName, path] : device.getCommandPaths())
             line("Command Path: " + pathName);
     }
@@ -125,7 +126,7 @@ void DeviceManager::scan() {
 }
 
 std::shared_ptr<Device> DeviceManager::GetDevice(const Attribute& identifier) const {
-    const std::string kind = identifier.getName();
+    const std::string& kind = identifier.getName();
     const std::string value = identifier.valueAsString();
     if (kind == xml::identifiers::Index) {
         if (!strings::isNumeric(value)) return nullptr;

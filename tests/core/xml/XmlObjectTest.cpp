@@ -41,6 +41,23 @@ TEST(XmlObject, AddsAPropertyWithEmptyTextsIncluded) {
               "<Object><Property description=\"\" name=\"Code\" value=\"0\"/></Object>");
 }
 
+TEST(XmlObject, AddsAValueWithoutADescription) {
+    XmlObject object;
+    XmlProperty& added = object.addValue("timeout", "5");
+    object.addValue("", "");
+    EXPECT_EQ(object.getProperties().front().get(), &added);
+    EXPECT_EQ(written(object), "<Object><Property name=\"timeout\" value=\"5\"/>"
+                               "<Property name=\"\" value=\"\"/></Object>");
+}
+
+TEST(XmlObject, AddsAValueBehindTheOnesOfItsName) {
+    XmlObject object;
+    object.addValue("timeout", "5");
+    object.addValue("timeout", "<6>");
+    EXPECT_EQ(written(object), "<Object><Property name=\"timeout\" value=\"5\"/>"
+                               "<Property name=\"timeout\" value=\"&amp;lt;6&amp;gt;\"/></Object>");
+}
+
 TEST(XmlObject, WritesPropertiesThenListsThenObjectsEachInInsertionOrder) {
     XmlObject object;
     object.addObject(std::make_unique<XmlObject>()).setAttribute("name", "o1");
