@@ -249,6 +249,16 @@ TEST(DeviceManager, KeepsTheSameDriveOfTwoFindersTwice) {
     EXPECT_EQ(textsOf(manager, "Index"), Texts({"0", "1", "2"}));
 }
 
+TEST(DeviceManager, KeepsADeviceThatIsFoundTwiceInBothPlaces) {
+    const DevicePointer drive = driveAt("a");
+    const auto find = [&](const auto&, auto& devices) { devices.push_back(drive); };
+    DeviceManager manager;
+    manager.addDeviceFinder(FakeFinder("one", find));
+    manager.addDeviceFinder(FakeFinder("two", find));
+    manager.scan();
+    EXPECT_EQ(manager.getDevices(), Device::Devices({drive, drive}));
+}
+
 TEST(DeviceManager, SortsManyDrives) {
     Device::Devices drives;
     for (int i = 0; i < 100; ++i)
