@@ -79,8 +79,10 @@ public:
             attributes(partition);
         }
         for (const auto& [setName, pathName] : device.getCommandSets())
-            line("Command Set = " + setName + std::string(" supported by Command Path = ") +
-                 pathName);
+            line(std::string("Command Set = ")
+                     .append(setName)
+                     .append(" supported by Command Path = ")
+                     .append(pathName));
         for (const auto& [pathName, path] : device.getCommandPaths())
             line("Command Path: " + pathName);
     }

@@ -62,10 +62,7 @@ Job::Job(std::string name, Clock clock) : name(std::move(name)), clock(clock) {}
 Status Job::run(std::unique_ptr<XmlElement>& response) {
     const core::global_logging::ScopedTrace trace(ORVEL_HERE);
     state = STATE_AT_START;
-    {
-        const Lock lock(mutex);
-        startTime = clock();
-    }
+    store(startTime, clock());
     Status result = statuses::noInputXml();
     if (request) {
         const std::string type = lookUp(*request, tags::Type);
@@ -74,10 +71,7 @@ Status Job::run(std::unique_ptr<XmlElement>& response) {
         logInfo(ORVEL_HERE, "Method Name = " + requestedName);
         result = requestedName == name ? runByType(type, response) : statuses::invalidJobName();
     }
-    {
-        const Lock lock(mutex);
-        endTime = clock();
-    }
+    store(endTime, clock());
     setStatus(result);
     state = STATE_AT_END;
     return result;
@@ -152,6 +146,11 @@ Status Job::getStatus() const {
 void Job::setStatus(const Status& value) {
     const Lock lock(mutex);
     status = value;
+}
+
+void Job::store(boost::posix_time::ptime& place, boost::posix_time::ptime time) {
+    const Lock lock(mutex);
+    place = time;
 }
 
 boost::posix_time::ptime Job::getStartTime() const {

@@ -120,6 +120,7 @@ private:
     core::Status runByType(const std::string& type,
                            std::unique_ptr<core::xml::XmlElement>& response);
     core::Status runSet();
+    void store(boost::posix_time::ptime& place, boost::posix_time::ptime time);
     std::uint64_t getIdentifier() const;
 
     core::Device::Devices devices;
