@@ -16,6 +16,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace orvel::core {
@@ -38,6 +39,7 @@ std::string join(const Strings& list) {
 /// of the address space, and that is limited.
 void limitToFurtherThreads(int count) {
     constexpr rlim_t STACK_BYTES = rlim_t{512} << 20;
+    std::thread([] {}).join();  // what comes with a process's first thread is not to count
     pthread_attr_t attributes;
     if (pthread_attr_init(&attributes) != 0 ||
         pthread_attr_setstacksize(&attributes, STACK_BYTES) != 0 ||

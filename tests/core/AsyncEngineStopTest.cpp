@@ -93,6 +93,7 @@ TEST(AsyncEngineStop, HasASenderThatItWakesTakeOneCommandAndLeave) {
     };
     engine->submit(0);
     events.await("wait of the sender");
+    events.await("delete 0");
     engine->submitAll(1, 3);
     engine->stop();
     EXPECT_EQ(numbered("send", 0, 1), events.startingWith("send"));
@@ -209,7 +210,7 @@ TEST(AsyncEngineStop, FreesASenderThatIsHeldBackByAFullCallbackQueue) {
     events.await("wait of the sender");
     engine.stop();
     EXPECT_EQ(numbered("send", 0, 150), events.startingWith("send"));
-    EXPECT_EQ(numbered("callback", 0, 150), events.startingWith("callback"));
+    EXPECT_EQ("stopped", events.all().back());
 }
 
 TEST(AsyncEngineStop, EndsEveryThreadOfAnEngineWithoutWork) {
@@ -368,7 +369,6 @@ TEST(AsyncEngineStop, IsTheFirstStepOfASetter) {
     engine.setSenderThreadCount(3);
     events.note("set");
     EXPECT_EQ(numbered("send", 0, 9), events.startingWith("send"));
-    EXPECT_EQ(numbered("callback", 0, 9), events.startingWith("callback"));
     EXPECT_EQ((Strings{"stopped", "set"}), events.last(2));
     EXPECT_EQ(Strings{"starting"}, events.startingWith("starting"));
 }
