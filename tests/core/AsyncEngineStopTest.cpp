@@ -187,6 +187,39 @@ TEST(AsyncEngineStop, HasACallbackThreadGoOnThatIsWokenForNothing) {
     events.await("callback 0");
 }
 
+TEST(AsyncEngineStop, ReachesACallbackThreadThatHasLookedAtTheFlagButDoesNotWaitYet) {
+    // Its wait has no limit, so that a broadcast in this gap would be lost to it for good.
+    EventList events;
+    WaitObserver observer;
+    Gate gap;
+    gap.shut();
+    const auto main = std::this_thread::get_id();
+    std::atomic<const void*> queueMutex = nullptr;
+    std::atomic<int> locks = 0;
+    GatedEngine engine(events, 1, 1);
+    observer.watch(engine);
+    engine.setSenderThreadCount(0);  // leaves the one callback thread
+    observer.onLock = [&](const void* mutex) {
+        if (std::this_thread::get_id() == main) {
+            if (mutex == queueMutex) gap.open();
+            return;
+        }
+        const int number = ++locks;
+        if (number == 1) queueMutex = mutex;
+        if (number == 2) {
+            events.note("the wait begins");
+            gap.pass();
+        }
+    };
+    int broadcasts = 0;
+    observer.onBroadcast = [&] {
+        if (std::this_thread::get_id() == main && ++broadcasts == 2) gap.open();
+    };
+    engine.submit(0);
+    events.await("the wait begins");
+    EXPECT_TRUE(engine.stop());
+}
+
 TEST(AsyncEngineStop, FreesASenderThatIsHeldBackByAFullCallbackQueue) {
     EventList events;
     WaitObserver observer;
@@ -297,20 +330,22 @@ TEST(AsyncEngineStop, BlocksThe65thAddForGood) {
     GatedEngine engine(events, 1, 1);
     observer.watch(engine);
     engine.stop();
-    engine.submitAll(0, 63);
     const std::jthread other([&] {
         adder = std::this_thread::get_id();
-        engine.submit(64);
-        events.note("add returned");
+        for (std::uint32_t i = 0; i <= 64; ++i) {
+            engine.submit(i);
+            events.note("added " + std::to_string(i));
+        }
     });
     events.await("add waits");
     // What no thread of the engine does, this one does in the end.
     events.note("release");
     engine.ioSender(0);
-    events.await("add returned");
+    events.await("added 64");
     const Strings all = events.all();
+    EXPECT_EQ(placeOf("added 63", all) + 1, placeOf("add waits", all));
     EXPECT_LT(placeOf("release", all), placeOf("send 0", all));
-    EXPECT_LT(placeOf("release", all), placeOf("add returned", all));
+    EXPECT_LT(placeOf("release", all), placeOf("added 64", all));
     EXPECT_EQ(Strings{}, events.startingWith("starting"));
 }
 

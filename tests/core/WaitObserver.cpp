@@ -33,8 +33,8 @@ WaitObserver::~WaitObserver() {
     current = nullptr;
 }
 
-bool WaitObserver::isWatched(const void* condition) const {
-    const auto place = reinterpret_cast<std::uintptr_t>(condition);
+bool WaitObserver::isWatched(const void* mutexOrCondition) const {
+    const auto place = reinterpret_cast<std::uintptr_t>(mutexOrCondition);
     const auto begin = reinterpret_cast<std::uintptr_t>(engine);
     return engine != nullptr && place >= begin && place < begin + sizeof(AsyncEngine);
 }
@@ -46,6 +46,7 @@ int __real_pthread_cond_wait(pthread_cond_t* condition, pthread_mutex_t* mutex);
 int __real_pthread_cond_timedwait(pthread_cond_t* condition, pthread_mutex_t* mutex,
                                   const timespec* until);
 int __real_pthread_cond_broadcast(pthread_cond_t* condition);
+int __real_pthread_mutex_lock(pthread_mutex_t* mutex);
 
 int __wrap_pthread_cond_wait(pthread_cond_t* condition, pthread_mutex_t* mutex) {
     if (waitedAtAGate(condition, mutex, nullptr)) return 0;
@@ -63,6 +64,13 @@ int __wrap_pthread_cond_broadcast(pthread_cond_t* condition) {
     if (observer != nullptr && observer->isWatched(condition) && observer->onBroadcast)
         observer->onBroadcast();
     return __real_pthread_cond_broadcast(condition);
+}
+
+int __wrap_pthread_mutex_lock(pthread_mutex_t* mutex) {
+    const WaitObserver* observer = current;
+    if (observer != nullptr && observer->isWatched(mutex) && observer->onLock)
+        observer->onLock(mutex);
+    return __real_pthread_mutex_lock(mutex);
 }
 }
 
