@@ -11,9 +11,9 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <fstream>
-#include <memory>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -35,6 +35,14 @@ std::string join(const Strings& list) {
     return text;
 }
 
+/// As far as the process may raise a limit.
+void limitAddressSpace(rlim_t bytes) {
+    rlimit limit{};
+    if (getrlimit(RLIMIT_AS, &limit) != 0) throw std::runtime_error("limit unknown");
+    limit.rlim_cur = std::min(bytes, limit.rlim_max);
+    if (setrlimit(RLIMIT_AS, &limit) != 0) throw std::runtime_error("limit not set");
+}
+
 /// Leaves the process room for so many further threads: each has a stack that takes a large part
 /// of the address space, and that is limited.
 void limitToFurtherThreads(int count) {
@@ -49,14 +57,11 @@ void limitToFurtherThreads(int count) {
     rlim_t pages = 0;
     std::ifstream("/proc/self/statm") >> pages;
     const rlim_t inUse = pages * static_cast<rlim_t>(sysconf(_SC_PAGESIZE));
-    const rlimit limit{inUse + static_cast<rlim_t>(count) * STACK_BYTES + STACK_BYTES / 2,
-                       RLIM_INFINITY};
-    if (setrlimit(RLIMIT_AS, &limit) != 0) throw std::runtime_error("no limit");
+    limitAddressSpace(inUse + static_cast<rlim_t>(count) * STACK_BYTES + STACK_BYTES / 2);
 }
 
 void liftTheLimit() {
-    const rlimit none{RLIM_INFINITY, RLIM_INFINITY};
-    if (setrlimit(RLIMIT_AS, &none) != 0) throw std::runtime_error("no end of the limit");
+    limitAddressSpace(RLIM_INFINITY);
 }
 
 /// What `add` throws.

@@ -12,7 +12,10 @@
 #include <algorithm>
 #include <atomic>
 #include <latch>
+#include <map>
+#include <mutex>
 #include <optional>
+#include <set>
 #include <string>
 #include <thread>
 #include <vector>
@@ -54,7 +57,7 @@ TEST(AsyncEngineStop, EmptiesTheQueuesOfThreadsThatFindWorkByThemselves) {
     int broadcasts = 0;
     GatedEngine engine(events, 1, 1);
     observer.watch(engine);
-    observer.onBroadcast = [&] {
+    observer.onBroadcast = [&](const void*) {
         if (std::this_thread::get_id() != stopping) return;
         ++broadcasts;
         if (broadcasts == 1) engine.sendGate.open();
@@ -87,7 +90,7 @@ TEST(AsyncEngineStop, HasASenderThatItWakesTakeOneCommandAndLeave) {
         events.note("wait of the sender");
         return &wait;
     };
-    observer.onBroadcast = [&] {
+    observer.onBroadcast = [&](const void*) {
         // By now the flag has fallen, and the sender hasn't looked at it yet.
         if (std::this_thread::get_id() == main) wait.open();
     };
@@ -120,7 +123,7 @@ TEST(AsyncEngineStop, HasASenderThatItWakesLeaveIfThereIsNothingToSend) {
         events.note("wait of the sender");
         return &wait;
     };
-    observer.onBroadcast = [&] {
+    observer.onBroadcast = [&](const void*) {
         if (std::this_thread::get_id() == main) wait.open();
     };
     engine.submit(0);
@@ -147,7 +150,7 @@ TEST(AsyncEngineStop, HasACallbackThreadThatItWakesDeliverOneCommandAndLeave) {
         events.note("wait of the callback thread");
         return &wait;
     };
-    observer.onBroadcast = [&] {
+    observer.onBroadcast = [&](const void*) {
         // The first of a stop is for the senders, and the second follows their end.
         if (std::this_thread::get_id() == main && ++broadcasts == 2) wait.open();
     };
@@ -212,7 +215,7 @@ TEST(AsyncEngineStop, ReachesACallbackThreadThatHasLookedAtTheFlagButDoesNotWait
         }
     };
     int broadcasts = 0;
-    observer.onBroadcast = [&] {
+    observer.onBroadcast = [&](const void*) {
         if (std::this_thread::get_id() == main && ++broadcasts == 2) gap.open();
     };
     engine.submit(0);
@@ -233,7 +236,7 @@ TEST(AsyncEngineStop, FreesASenderThatIsHeldBackByAFullCallbackQueue) {
             events.note("wait of the sender");
         return nullptr;
     };
-    observer.onBroadcast = [&] {
+    observer.onBroadcast = [&](const void*) {
         if (std::this_thread::get_id() == main) engine.callbackGate.open();
     };
     engine.callbackGate.shut();
@@ -254,6 +257,27 @@ TEST(AsyncEngineStop, EndsEveryThreadOfAnEngineWithoutWork) {
         events.await("delete " + std::to_string(i));
     EXPECT_TRUE(engine.stop());
     EXPECT_EQ("stopped", events.all().back());
+}
+
+TEST(AsyncEngineStop, HasEachThreadThatLeavesWakeTheOthersOfItsKind) {
+    EventList events;
+    WaitObserver observer;
+    std::mutex mutex;
+    std::map<const void*, int> broadcasts;
+    GatedEngine engine(events, 2, 4);
+    observer.watch(engine);
+    observer.onBroadcast = [&](const void* condition) {
+        const std::lock_guard lock(mutex);
+        ++broadcasts[condition];
+    };
+    engine.submit(0);
+    events.await("delete 0");
+    engine.stop();
+    std::multiset<int> counts;
+    for (const auto& [condition, count] : broadcasts)
+        counts.insert(count);
+    // One from the stop itself for each of the two kinds, and one from each thread.
+    EXPECT_EQ((std::multiset<int>{1 + 2, 1 + 4}), counts);
 }
 
 TEST(AsyncEngineStop, FailsInACallbackWhichCannotJoinItself) {
@@ -396,7 +420,7 @@ TEST(AsyncEngineStop, IsTheFirstStepOfASetter) {
     GatedEngine engine(events, 1, 1);
     observer.watch(engine);
     engine.sendGate.shut();
-    observer.onBroadcast = [&] {
+    observer.onBroadcast = [&](const void*) {
         if (std::this_thread::get_id() == main) engine.sendGate.open();
     };
     engine.submitAll(0, 9);

@@ -62,7 +62,7 @@ int __wrap_pthread_cond_timedwait(pthread_cond_t* condition, pthread_mutex_t* mu
 int __wrap_pthread_cond_broadcast(pthread_cond_t* condition) {
     const WaitObserver* observer = current;
     if (observer != nullptr && observer->isWatched(condition) && observer->onBroadcast)
-        observer->onBroadcast();
+        observer->onBroadcast(condition);
     return __real_pthread_cond_broadcast(condition);
 }
 

@@ -20,7 +20,7 @@ public:
     std::function<Gate*(const timespec* until)> onWait;
 
     /// Called by a thread that is about to wake all waiters of one condition.
-    std::function<void()> onBroadcast;
+    std::function<void(const void* condition)> onBroadcast;
 
     /// Called by a thread that is about to lock a mutex: one of the engine's own, or one that
     /// guards a condition while a wait begins or while its waiters are woken.
