@@ -279,6 +279,35 @@ TEST(AsyncEngine, HoldsASenderBackWhile128WaitForDelivery) {
     EXPECT_EQ(numbered("callback", 0, 130), events.startingWith("callback"));
 }
 
+TEST(AsyncEngine, KeepsASenderWaitingForRoomThatIsWokenForNothing) {
+    EventList events;
+    WaitObserver observer;
+    Gate wait;
+    wait.shut();
+    std::atomic<std::thread::id> sender;
+    std::atomic<int> waits = 0;
+    GatedEngine engine(events, 1, 1);
+    observer.watch(engine);
+    engine.onSend = [&](int, auto&) { sender = std::this_thread::get_id(); };
+    observer.onWait = [&](const timespec* until) -> Gate* {
+        if (until != nullptr || std::this_thread::get_id() != sender) return nullptr;
+        const int number = ++waits;
+        events.note("wait " + std::to_string(number));
+        return number == 1 ? &wait : nullptr;
+    };
+    engine.callbackGate.shut();
+    engine.submit(0);
+    events.await("callback 0");
+    engine.submitAll(1, 129);
+    events.await("wait 1");
+    wait.open();
+    events.await("wait 2");
+    EXPECT_EQ(Strings{"callback 0"}, events.startingWith("callback"));
+    engine.callbackGate.open();
+    events.await("delete 129");
+    EXPECT_EQ(numbered("callback", 0, 129), events.startingWith("callback"));
+}
+
 TEST(AsyncEngine, HasASenderWithoutWorkLookAgainEveryHalfSecond) {
     EventList events;
     // It looks at the run flag outside the lock, and so may miss what stops it.
