@@ -178,9 +178,9 @@ constexpr Entries errorInformationEntries(std::uint32_t count) {
     return {0, error_information_entry::SIZE, count};
 }
 
-/// Namespace List: 1024 identifiers, ascending, the rest 0. Also the Changed
-/// Namespace List log page (section 5.14.1.4), in which a first FFFFFFFFh stands for more changes
-/// than there is room for.
+/// Namespace List: 1024 identifiers, ascending, the rest 0. Also the Changed Namespace List log
+/// page (section 5.14.1.4), in which a first FFFFFFFFh stands for more changes than there is room
+/// for.
 namespace namespace_list {
 inline constexpr std::uint32_t SIZE = 4096;
 inline constexpr Entries IDENTIFIERS{0, 4, 1024};
