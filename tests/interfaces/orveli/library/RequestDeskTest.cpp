@@ -1,0 +1,255 @@
+// Requests as the tool sends them, and the answers that come back.
+#include "interfaces/orveli/library/RequestDesk.h"
+
+#include "features/DeviceAttributes.h"
+#include "tests/interfaces/orveli/library/FakeJob.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+namespace orvel::interfaces::orveli::library {
+namespace {
+
+using core::Attribute;
+using core::Device;
+using core::Status;
+using core::xml::XmlElement;
+using core::xml::XmlObject;
+namespace device_attributes = features::device_attributes;
+
+void set(core::AttributeHolder& holder, Attribute attribute, const std::string& value) {
+    attribute.setValue(value);
+    holder.setAttribute(attribute);
+}
+
+/// Finds three drives, the third of another product; counts how often it was asked.
+class ThreeDrives : public core::DeviceFinder {
+public:
+    explicit ThreeDrives(int& scans) : DeviceFinder("ThreeDrives"), scans(scans) {}
+
+    void find(Device::Devices& devices) override {
+        ++scans;
+        for (const auto& [path, serial, product] :
+             std::vector<std::tuple<std::string, std::string, std::string>>{
+                 {"/dev/a", "S1", "Bexmere"},
+                 {"/dev/b", "S2", "Bexmere"},
+                 {"/dev/c", "S3", "Elmstow"}}) {
+            auto device = std::make_shared<Device>();
+            set(*device, device_attributes::DevicePath(), path);
+            set(*device, device_attributes::SerialNumber(), serial);
+            set(*device, device_attributes::Product(), product);
+            core::Partition partition;
+            set(partition, Attribute("Path", "Path", "string"), path + "1");
+            device->addPartition(partition);
+            devices.push_back(device);
+        }
+    }
+
+    std::unique_ptr<DeviceFinder> clone() const override {
+        return std::make_unique<ThreeDrives>(*this);
+    }
+
+private:
+    int& scans;
+};
+
+class RequestDeskTest : public ::testing::Test {
+public:
+    RequestDeskTest() {
+        manager.addDeviceFinder(ThreeDrives(scans));
+        addJob("List", [](const Job& job, std::unique_ptr<XmlElement>& response) {
+            auto output = std::make_unique<XmlObject>();
+            for (const auto& device : job.getDevices())
+                output->addValue("S", device->readText(device_attributes::SerialNumber()));
+            response = std::move(output);
+            return Status();
+        });
+    }
+
+protected:
+    void addJob(const std::string& name, FakeJob::Action action) {
+        registry.add(std::make_unique<FakeJob>(name, std::move(action)));
+    }
+
+    static std::string request(const std::string& job, const std::string& children) {
+        return R"(<?xml version="1.0" encoding="utf-8"?><Object name=")" + job +
+               R"(" type="Method">)" + children + "</Object>";
+    }
+
+    static std::string selecting(const std::string& name, const std::string& value) {
+        return R"(<List name="Devices"><Object name="Device"><Property category="attribute" name=")" +
+               name + R"(" type="string" value=")" + value + R"("/></Object></List>)";
+    }
+
+    /// The answer without its identifier, which is a place in memory.
+    std::string serve(const std::string& text) {
+        auto answer = desk.serve(text);
+        answer->removeAttribute("identifier");
+        std::string written;
+        answer->toXml(written);
+        return written;
+    }
+
+    /// Category and code of the answer's status.
+    std::pair<std::string, std::string> statusOf(const std::string& text) {
+        const auto answer = desk.serve(text);
+        const auto& properties = answer->getObjects().front()->getProperties();
+        return {properties.at(0)->getAttribute("value"), properties.at(1)->getAttribute("value")};
+    }
+
+    /// The serial numbers of the drives that the job got.
+    std::string servedDrives(const std::string& children) {
+        const auto answer = desk.serve(request("List", children));
+        std::string serials;
+        if (answer->getObjects().size() < 2) return "no output";
+        for (const auto& property : answer->getObjects().at(1)->getProperties())
+            serials += property->getAttribute("value");
+        return serials;
+    }
+
+    int scans = 0;
+    core::DeviceManager manager;
+    JobRegistry registry;
+    RequestDesk desk{manager, registry};
+};
+
+using Pair = std::pair<std::string, std::string>;
+
+TEST_F(RequestDeskTest, AnswersWithTheJobItsStatusAndItsOutput) {
+    EXPECT_EQ(serve(request("List", selecting("Index", "1"))),
+              R"(<Object category="Job" name="List">)"
+              R"(<Property name="State" value="7"/>)"
+              R"(<Property name="Progress" value="0"/>)"
+              R"(<Object category="status">)"
+              R"(<Property name="Category" value="0"/>)"
+              R"(<Property name="Code" value="0"/>)"
+              R"(<Property name="Message" value="Completed successfully."/>)"
+              R"(</Object>)"
+              R"(<Object category="output"><Property name="S" value="S2"/></Object>)"
+              R"(</Object>)");
+}
+
+TEST_F(RequestDeskTest, LeavesTheOutputOutWhereTheJobHasNone) {
+    addJob("Fail", [](const Job&, auto&) { return Status(10, 3, "no"); });
+    EXPECT_EQ(serve(request("Fail", "")), R"(<Object category="Job" name="Fail">)"
+                                          R"(<Property name="State" value="7"/>)"
+                                          R"(<Property name="Progress" value="0"/>)"
+                                          R"(<Object category="status">)"
+                                          R"(<Property name="Category" value="10"/>)"
+                                          R"(<Property name="Code" value="3"/>)"
+                                          R"(<Property name="Message" value="no"/>)"
+                                          R"(</Object></Object>)");
+}
+
+TEST_F(RequestDeskTest, RefusesTextThatIsNoXmlObject) {
+    for (const char* text : {"", "<", "<Object", "plain", "<Property/>", "<List></List>"}) {
+        SCOPED_TRACE(text);
+        EXPECT_EQ(serve(text), R"(<Object category="Job" name="">)"
+                               R"(<Object category="status">)"
+                               R"(<Property name="Category" value="11"/>)"
+                               R"(<Property name="Code" value="2"/>)"
+                               R"(<Property name="Message" value="No input XML"/>)"
+                               R"(</Object></Object>)");
+    }
+}
+
+TEST_F(RequestDeskTest, RefusesAnUnknownJobByItsName) {
+    EXPECT_EQ(serve(request("Nothing", "")), R"(<Object category="Job" name="Nothing">)"
+                                             R"(<Object category="status">)"
+                                             R"(<Property name="Category" value="11"/>)"
+                                             R"(<Property name="Code" value="4"/>)"
+                                             R"(<Property name="Message" value="Job not found"/>)"
+                                             R"(</Object></Object>)");
+    EXPECT_EQ(scans, 0);
+}
+
+TEST_F(RequestDeskTest, RefusesAMethodTypeThatTheJobLacks) {
+    EXPECT_EQ(statusOf(R"(<Object name="List" type="Parser"></Object>)"), Pair("11", "5"));
+}
+
+TEST_F(RequestDeskTest, GivesTheJobAllDrivesWithoutAList) {
+    EXPECT_EQ(servedDrives(""), "S1S2S3");
+}
+
+TEST_F(RequestDeskTest, SelectsDrivesByEachIdentifier) {
+    EXPECT_EQ(servedDrives(selecting("Index", "2")), "S3");
+    EXPECT_EQ(servedDrives(selecting("SerialNumber", "s1")), "S1");
+    EXPECT_EQ(servedDrives(selecting("Path", "/DEV/B")), "S2");
+    EXPECT_EQ(servedDrives(selecting("DriveLetter", "/dev/c1")), "S3");
+}
+
+TEST_F(RequestDeskTest, SelectsSeveralDrivesEachOnce) {
+    EXPECT_EQ(servedDrives(R"(<List name="Devices">)"
+                           R"(<Object><Property name="Index" type="string" value="2"/></Object>)"
+                           R"(<Object><Property name="Index" type="string" value="0"/></Object>)"
+                           R"(<Object><Property name="SerialNumber" type="string" value="S3"/>)"
+                           R"(</Object></List>)"),
+              "S3S1");
+}
+
+TEST_F(RequestDeskTest, TellsWhichIdentifierFoundNoDrive) {
+    struct Row {
+        const char* name;
+        const char* value;
+        Pair status;
+    };
+
+    const Row rows[] = {
+        {"Index", "3", {"0", "4"}},         {"Index", "x", {"0", "4"}},
+        {"SerialNumber", "S9", {"0", "5"}}, {"DriveLetter", "/dev/c2", {"0", "6"}},
+        {"DriveId", "X", {"0", "7"}},       {"CSMIIdentifiers", "1", {"0", "7"}},
+        {"Path", "/dev/d", {"0", "8"}},     {"Color", "red", {"11", "10"}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(statusOf(request("List", selecting(row.name, row.value))), row.status);
+    }
+}
+
+TEST_F(RequestDeskTest, RefusesASelectedDriveOfAnUnsupportedProduct) {
+    const std::string products =
+        R"(<Property name="SupportedProducts" type="vectorOfStrings" value="Ashlade~Bexmere"/>)";
+    EXPECT_EQ(statusOf(request("List", products + selecting("Index", "2"))), Pair("10", "1"));
+    EXPECT_EQ(servedDrives(products + selecting("Index", "1")), "S2");
+}
+
+TEST_F(RequestDeskTest, PassesOverDrivesOfUnsupportedProductsWithoutAList) {
+    EXPECT_EQ(servedDrives(R"(<Property name="SupportedProducts" value="Ashlade~Bexmere"/>)"),
+              "S1S2");
+    EXPECT_EQ(servedDrives(R"(<Property name="SupportedProducts" value="Elm"/>)"), "");
+}
+
+TEST_F(RequestDeskTest, ScansOnceAndWhenToldTo) {
+    servedDrives("");
+    servedDrives("");
+    EXPECT_EQ(scans, 1);
+    servedDrives(R"(<Property name="Scan" type="boolean" value="true"/>)");
+    EXPECT_EQ(scans, 2);
+    servedDrives(R"(<Property name="Scan" type="boolean" value="false"/>)");
+    EXPECT_EQ(scans, 2);
+}
+
+TEST_F(RequestDeskTest, TellsAStatusThatAJobThrows) {
+    addJob("Throw", [](const Job&, auto&) -> Status { throw Status(10, 14, "thrown"); });
+    EXPECT_EQ(statusOf(request("Throw", "")), Pair("10", "14"));
+}
+
+TEST_F(RequestDeskTest, TellsAnotherExceptionAsASystemError) {
+    addJob("Throw", [](const Job&, auto&) -> Status { throw std::runtime_error("broken"); });
+    EXPECT_EQ(serve(request("Throw", "")), R"(<Object category="Job" name="Throw">)"
+                                           R"(<Property name="State" value="4"/>)"
+                                           R"(<Property name="Progress" value="0"/>)"
+                                           R"(<Object category="status">)"
+                                           R"(<Property name="Category" value="1"/>)"
+                                           R"(<Property name="Code" value="5"/>)"
+                                           R"(<Property name="Message" value="broken"/>)"
+                                           R"(</Object></Object>)");
+}
+
+}  // namespace
+}  // namespace orvel::interfaces::orveli::library
