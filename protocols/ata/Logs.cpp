@@ -1,6 +1,5 @@
 #include "protocols/ata/Logs.h"
 
-#include "core/CoreStatuses.h"
 #include "protocols/ata/Structures.h"
 
 #include <array>
@@ -15,7 +14,7 @@ constexpr std::uint8_t NO_TEMPERATURE = 0x80;
 constexpr std::array<unsigned, 6> LBA_SHIFTS = {0, 24, 8, 32, 16, 40};
 
 Field directoryField(std::uint8_t logAddress, const Field& pages) {
-    if (logAddress == 0) throw core::statuses::requestOutOfBounds();
+    // Below address 01h the index wraps, and is out of range.
     return fieldOf(log_directory::ADDRESSES, logAddress - 1U, pages);
 }
 

@@ -85,7 +85,7 @@ const Row WITH_ARGUMENTS[] = {
     {readLogExt(0x04, 0x0007, 1),                      "READ LOG EXT",     {0x0000, 0x0001, 0x000000000704, 0x00, 0x2F, EXT},   PIO_IN,  512},
     {readLogExt(0xA1, 0x1234, 0xFFFF, 0x0001),         "READ LOG EXT",     {0x0001, 0xFFFF, 0x0012000034A1, 0x00, 0x2F, EXT},   PIO_IN,  33553920},
     {readLogDmaExt(0x30, 0xFF08, 2, 0x8000),           "READ LOG DMA EXT", {0x8000, 0x0002, 0x00FF00000830, 0x00, 0x47, EXT},   DMA_IN,  1024},
-    {writeLogExt(0x90, 0x0201, 3),                     "WRITE LOG EXT",    {0x0000, 0x0003, 0x000200000190, 0x00, 0x3F, EXT},   PIO_OUT, 1536},
+    {writeLogExt(0x90, 0x02F1, 3),                     "WRITE LOG EXT",    {0x0000, 0x0003, 0x00020000F190, 0x00, 0x3F, EXT},   PIO_OUT, 1536},
     {sctCommand(BY_SMART),                             "SMART WRITE LOG",  {0x00D6, 0x0001, 0x000000C24FE0, 0x00, 0xB0, SHORT}, PIO_OUT, 512},
     {sctCommand(BY_GPL),                               "WRITE LOG EXT",    {0x0000, 0x0001, 0x0000000000E0, 0x00, 0x3F, EXT},   PIO_OUT, 512},
     {sctStatus(BY_SMART),                              "SMART READ LOG",   {0x00D5, 0x0001, 0x000000C24FE0, 0x00, 0xB0, SHORT}, PIO_IN,  512},

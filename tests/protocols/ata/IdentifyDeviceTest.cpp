@@ -344,6 +344,9 @@ TEST(IdentifyDevice, WritesBitsAndLeavesTheOthers) {
     EXPECT_EQ(wordOf(identify, 77), 0xFFF5U);
     writeBits(identify, word_77::NEGOTIATED_SPEED, 0xFFF9);
     EXPECT_EQ(wordOf(identify, 77), 0xFFF3U);
+    putWord(identify, 77, 0);
+    writeBits(identify, word_77::NEGOTIATED_SPEED, 0xFFFF);
+    EXPECT_EQ(wordOf(identify, 77), 0x000EU);
     EXPECT_EQ(wordOf(identify, 76), 0U);
     EXPECT_EQ(wordOf(identify, 78), 0U);
 }

@@ -59,6 +59,8 @@ TEST(PhyEventCounters, MakesAPage) {
     put(expected, 511, {0x8F});
     EXPECT_EQ(makePhyEventCounters({{0x001, 2, 0x1234}, {0x8234, 8, 0x0807060504030201}}),
               expected);
+    EXPECT_EQ(makePhyEventCounters({{0x7001, 2, 0x1234}, {0xF234, 8, 0x0807060504030201}}),
+              expected);
     EXPECT_EQ(makePhyEventCounters({}), Payload(512));
 }
 

@@ -161,28 +161,26 @@ TEST(AtaStructures, HasSmartData) {
     EXPECT_EQ(s::SIZE, 512U);
     expectEntries(s::ATTRIBUTES, 2, 12, 30);
     expectBounds(s::ALL, s::SIZE);
-    expectRows(s::ALL,
-               {
-                   //  field                                  name offset size encoding
-                   {s::RevisionNumber, "RevisionNumber", 0, 2, NUMBER},
-                   {s::OfflineDataCollectionStatus, "OfflineDataCollectionStatus", 362, 1, NUMBER},
-                   {s::SelfTestExecutionStatus, "SelfTestExecutionStatus", 363, 1, NUMBER},
-                   {s::OfflineDataCollectionSeconds, "OfflineDataCollectionSeconds", 364, 2,
-                    NUMBER},
-                   {s::OfflineDataCollectionCapability, "OfflineDataCollectionCapability", 367, 1,
-                    NUMBER},
-                   {s::SmartCapability, "SmartCapability", 368, 2, NUMBER},
-                   {s::ErrorLoggingCapability, "ErrorLoggingCapability", 370, 1, NUMBER},
-                   {s::ShortSelfTestPollingMinutes, "ShortSelfTestPollingMinutes", 372, 1, NUMBER},
-                   {s::ExtendedSelfTestPollingMinutes, "ExtendedSelfTestPollingMinutes", 373, 1,
-                    NUMBER},
-                   {s::ConveyanceSelfTestPollingMinutes, "ConveyanceSelfTestPollingMinutes", 374, 1,
-                    NUMBER},
-                   {s::ExtendedSelfTestPollingMinutesWord, "ExtendedSelfTestPollingMinutesWord",
-                    375, 2, NUMBER},
-                   {s::VendorSpecific, "VendorSpecific", 386, 125, BYTES},
-                   {s::DataStructureChecksum, "DataStructureChecksum", 511, 1, NUMBER},
-               });
+    expectRows(
+        s::ALL,
+        {
+            //  field                                  name offset size encoding
+            {s::RevisionNumber, "RevisionNumber", 0, 2, NUMBER},
+            {s::OfflineDataCollectionStatus, "OfflineDataCollectionStatus", 362, 1, NUMBER},
+            {s::SelfTestExecutionStatus, "SelfTestExecutionStatus", 363, 1, NUMBER},
+            {s::OfflineDataCollectionSeconds, "OfflineDataCollectionSeconds", 364, 2, NUMBER},
+            {s::OfflineDataCollectionCapability, "OfflineDataCollectionCapability", 367, 1, NUMBER},
+            {s::SmartCapability, "SmartCapability", 368, 2, NUMBER},
+            {s::ErrorLoggingCapability, "ErrorLoggingCapability", 370, 1, NUMBER},
+            {s::ShortSelfTestPollingMinutes, "ShortSelfTestPollingMinutes", 372, 1, NUMBER},
+            {s::ExtendedSelfTestPollingMinutes, "ExtendedSelfTestPollingMinutes", 373, 1, NUMBER},
+            {s::ConveyanceSelfTestPollingMinutes, "ConveyanceSelfTestPollingMinutes", 374, 1,
+             NUMBER},
+            {s::ExtendedSelfTestPollingMinutesWord, "ExtendedSelfTestPollingMinutesWord", 375, 2,
+             NUMBER},
+            {s::VendorSpecific, "VendorSpecific", 386, 125, BYTES},
+            {s::DataStructureChecksum, "DataStructureChecksum", 511, 1, NUMBER},
+        });
 }
 
 TEST(AtaStructures, HasSmartAttribute) {
