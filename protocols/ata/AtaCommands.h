@@ -131,7 +131,7 @@ AtaCommand readLogDmaExt(std::uint8_t logAddress, std::uint16_t firstPage, std::
                          std::uint16_t feature = 0);
 AtaCommand writeLogExt(std::uint8_t logAddress, std::uint16_t firstPage, std::uint16_t pages);
 
-// SCT. The data of a command is made in SctRequests.h.
+// SCT. The data of a command is made in Sct.h.
 
 /// Gives an SCT command to the drive: SMART WRITE LOG or WRITE LOG EXT of one block.
 AtaCommand sctCommand(LogAccess access);
