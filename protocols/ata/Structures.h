@@ -2,8 +2,8 @@
 // in order, its size in bytes, and where its repeated parts lie. The rows stand in tables/.
 #pragma once
 
+#include "protocols/Entries.h"
 #include "protocols/Field.h"
-#include "protocols/ata/Entries.h"
 
 #include <cstdint>
 

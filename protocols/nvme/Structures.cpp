@@ -8,7 +8,7 @@ namespace {
 
 /// The place of one identifier, which is all that an entry of these lists consists of.
 Field identifier(const Entries& entries, std::uint32_t index) {
-    return fieldOfEntry(entries, index, {"Identifier", "", 0, entries.size, Encoding::NUMBER});
+    return fieldOf(entries, index, {"Identifier", "", 0, entries.size, Encoding::NUMBER});
 }
 
 template <class Identifier>

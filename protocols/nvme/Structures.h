@@ -4,9 +4,9 @@
 #pragma once
 
 #include "core/Payload.h"
+#include "protocols/Entries.h"
 #include "protocols/Field.h"
 #include "protocols/nvme/BitField.h"
-#include "protocols/nvme/Entries.h"
 
 #include <cstdint>
 #include <span>

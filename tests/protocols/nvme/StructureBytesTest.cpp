@@ -101,7 +101,7 @@ TEST(StructureBytes, OfPowerStatesAreReadWithinIdentifyController) {
                                               "\x0B\x01\x80\x00\x0C\x02\x45\x00",
                                               24)}});
     const auto field = [](std::uint32_t state, const Field& row) {
-        return fieldOfEntry(identify_controller::POWER_STATES, state, row);
+        return fieldOf(identify_controller::POWER_STATES, state, row);
     };
     EXPECT_EQ(readNumber(structure, field(0, MP)), 2500U);
     EXPECT_EQ(readNumber(structure, field(30, MP)), 0U);
@@ -165,7 +165,7 @@ TEST(StructureBytes, OfIdentifyNamespaceAreReadInFull) {
     EXPECT_EQ(readBits(first, lba_format::RP, rp::RP), 2U);
     const Payload last = readEntry(structure, LBA_FORMATS, 15);
     expectTexts(last, {{lba_format::MS, "320"}, {lba_format::LBADS, "12"}});
-    EXPECT_EQ(readNumber(structure, fieldOfEntry(LBA_FORMATS, 1, lba_format::LBADS)), 12U);
+    EXPECT_EQ(readNumber(structure, fieldOf(LBA_FORMATS, 1, lba_format::LBADS)), 12U);
 }
 
 TEST(StructureBytes, OfTheSmartHealthLogAreReadInFull) {
@@ -229,7 +229,7 @@ TEST(StructureBytes, OfErrorInformationAreReadEntryByEntry) {
                                                            "\x41\x42",
                                                            42)}});
     const Entries entries = errorInformationEntries(2);
-    EXPECT_EQ(readNumber(log, fieldOfEntry(entries, 0, ErrorCount)), 2U);
+    EXPECT_EQ(readNumber(log, fieldOf(entries, 0, ErrorCount)), 2U);
     const Payload entry = readEntry(log, entries, 1);
     EXPECT_EQ(readNumber(entry, ErrorCount), 0x0807060504030201U);
     EXPECT_EQ(readNumber(entry, SubmissionQueueID), 0x0103U);
@@ -274,7 +274,7 @@ TEST(StructureBytes, OfTheSelfTestLogAreReadResultByResult) {
     EXPECT_EQ(readBits(log, self_test_log::CurrentDeviceSelfTestCompletion,
                        current_self_test_completion::PERCENT),
               50U);
-    const Field newest = fieldOfEntry(self_test_log::RESULTS, 0, DeviceSelfTestStatus);
+    const Field newest = fieldOf(self_test_log::RESULTS, 0, DeviceSelfTestStatus);
     EXPECT_EQ(readBits(log, newest, self_test_status::CODE), 1U);
     const Payload oldest = readEntry(log, self_test_log::RESULTS, 19);
     EXPECT_EQ(readBits(oldest, DeviceSelfTestStatus, self_test_status::RESULT), 7U);
@@ -297,7 +297,7 @@ TEST(StructureBytes, OfCommandEffectsAreReadByOpcode) {
     const Payload log = payloadWith(
         4096, {{24, "\x01"}, {512, std::string("\x17\x00\x0A\x00", 4)}, {2044, "\x03"}});
     const auto effectsOf = [&](const Entries& commands, std::uint8_t opcode) {
-        return fieldOfEntry(commands, opcode, EFFECTS);
+        return fieldOf(commands, opcode, EFFECTS);
     };
     EXPECT_EQ(readNumber(log, effectsOf(ADMIN_COMMANDS, 0x06)), 1U);
     EXPECT_EQ(readNumber(log, effectsOf(IO_COMMANDS, 0xFF)), 3U);
@@ -314,8 +314,7 @@ TEST(StructureBytes, AreWrittenByWhoeverMakesStructuresUp) {
     writeText(structure, identify_controller::SN, "PHNV1");
     writeBits(structure, identify_controller::VER, version::MJR, 1);
     writeBits(structure, identify_controller::VER, version::MNR, 3);
-    const Field power =
-        fieldOfEntry(identify_controller::POWER_STATES, 2, power_state_descriptor::MP);
+    const Field power = fieldOf(identify_controller::POWER_STATES, 2, power_state_descriptor::MP);
     writeNumber(structure, power, 2500);
     EXPECT_EQ(structure, payloadWith(4096, {{4, "PHNV1               "},
                                             {81, std::string("\x03\x01", 2)},

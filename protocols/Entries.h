@@ -1,4 +1,4 @@
-// Equal structures that stand one behind the other inside another.
+// Equal parts that stand one behind the other inside a structure.
 #pragma once
 
 #include "core/Payload.h"
@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-namespace orvel::protocols::nvme {
+namespace orvel::protocols {
 
 /// Where the entries are. Offset and size are in bytes.
 struct Entries {
@@ -18,7 +18,10 @@ struct Entries {
 // Each throws core::Status by value, code 14, for an index beyond the last entry.
 
 /// A row of the entry's table, moved to its place in the structure around it.
-Field fieldOfEntry(const Entries& entries, std::uint32_t index, const Field& row);
+Field fieldOf(const Entries& entries, std::uint32_t index, const Field& row);
+
+/// All bytes of one entry.
+Field bytesOf(const Entries& entries, std::uint32_t index);
 
 /// A copy of one entry; also throws 14 if the structure ends before it does.
 core::Payload readEntry(const core::Payload& structure, const Entries& entries,
@@ -29,4 +32,4 @@ core::Payload readEntry(const core::Payload& structure, const Entries& entries,
 void writeEntry(const core::Payload& structure, const Entries& entries, std::uint32_t index,
                 const core::Payload& entry);
 
-}  // namespace orvel::protocols::nvme
+}  // namespace orvel::protocols

@@ -1,26 +1,45 @@
 // Entries that repeat within a structure.
-#include "protocols/nvme/Entries.h"
+#include "protocols/Entries.h"
 
-#include "tests/protocols/nvme/Tables.h"
+#include "core/Status.h"
 
-namespace orvel::protocols::nvme {
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace orvel::protocols {
 namespace {
 
 using core::Payload;
-using tables::payloadWith;
-using tables::thrownCode;
 
 constexpr Entries PAIRS{1, 3, 2};
 constexpr Field SECOND{"Second", "the second byte", 1, 2, Encoding::NUMBER};
 
+constexpr Entries OUTER{10, 100, 3};
+constexpr Entries INNER{20, 8, 2};
+
+Payload payload(const std::string& bytes) {
+    return {bytes.data(), static_cast<std::uint32_t>(bytes.size())};
+}
+
 Payload sevenBytes() {
-    return payloadWith(7, {{0, "\x10\x11\x12\x13\x14\x15\x16"}});
+    return payload("\x10\x11\x12\x13\x14\x15\x16");
+}
+
+template <class Action>
+std::int32_t thrownCode(const Action& action) {
+    try {
+        action();
+    } catch (const core::Status& status) {
+        return status.getCode();
+    }
+    return -1;
 }
 
 TEST(Entries, MoveARowToItsPlace) {
-    const Field first = fieldOfEntry(PAIRS, 0, SECOND);
+    const Field first = fieldOf(PAIRS, 0, SECOND);
     EXPECT_EQ(first.offset, 2U);
-    const Field last = fieldOfEntry(PAIRS, 1, SECOND);
+    const Field last = fieldOf(PAIRS, 1, SECOND);
     EXPECT_EQ(last.offset, 5U);
     EXPECT_EQ(last.size, 2U);
     EXPECT_EQ(last.encoding, Encoding::NUMBER);
@@ -29,27 +48,39 @@ TEST(Entries, MoveARowToItsPlace) {
     EXPECT_EQ(readNumber(sevenBytes(), last), 0x1615U);
 }
 
+TEST(Entries, LieWithinOtherEntries) {
+    EXPECT_EQ(fieldOf(OUTER, 1, fieldOf(INNER, 1, SECOND)).offset, 139U);
+}
+
+TEST(Entries, AreFieldsOfBytesThemselves) {
+    const Field field = bytesOf(OUTER, 1);
+    EXPECT_EQ(field.offset, 110U);
+    EXPECT_EQ(field.size, 100U);
+    EXPECT_EQ(field.encoding, Encoding::BYTES);
+}
+
 TEST(Entries, AreReadAsCopies) {
     const Payload structure = sevenBytes();
     const Payload entry = readEntry(structure, PAIRS, 1);
-    EXPECT_EQ(entry, payloadWith(3, {{0, "\x14\x15\x16"}}));
+    EXPECT_EQ(entry, payload("\x14\x15\x16"));
     *entry.at(0) = 9;
     EXPECT_EQ(structure, sevenBytes());
 }
 
 TEST(Entries, AreWrittenWhole) {
     const Payload structure = sevenBytes();
-    writeEntry(structure, PAIRS, 0, payloadWith(1, {{0, "\x77"}}));
-    EXPECT_EQ(structure, payloadWith(7, {{0, "\x10\x77"}, {4, "\x14\x15\x16"}}));
-    writeEntry(structure, PAIRS, 1, payloadWith(4, {{0, "\x21\x22\x23\x24"}}));
-    EXPECT_EQ(structure, payloadWith(7, {{0, "\x10\x77"}, {4, "\x21\x22\x23"}}));
+    writeEntry(structure, PAIRS, 0, payload("\x77"));
+    EXPECT_EQ(structure, payload(std::string("\x10\x77\0\0\x14\x15\x16", 7)));
+    writeEntry(structure, PAIRS, 1, payload("\x21\x22\x23\x24"));
+    EXPECT_EQ(structure, payload(std::string("\x10\x77\0\0\x21\x22\x23", 7)));
 }
 
 TEST(Entries, EndWithTheLast) {
     const Payload structure(100);
     for (const std::uint32_t index : {2U, 3U, 0x55555556U, 0xFFFFFFFFU}) {
         SCOPED_TRACE(index);
-        EXPECT_EQ(thrownCode([&] { fieldOfEntry(PAIRS, index, SECOND); }), 14);
+        EXPECT_EQ(thrownCode([&] { fieldOf(PAIRS, index, SECOND); }), 14);
+        EXPECT_EQ(thrownCode([&] { bytesOf(PAIRS, index); }), 14);
         EXPECT_EQ(thrownCode([&] { readEntry(structure, PAIRS, index); }), 14);
         EXPECT_EQ(thrownCode([&] { writeEntry(structure, PAIRS, index, Payload()); }), 14);
     }
@@ -63,4 +94,4 @@ TEST(Entries, ThrowIfTheStructureEndsBefore) {
 }
 
 }  // namespace
-}  // namespace orvel::protocols::nvme
+}  // namespace orvel::protocols
