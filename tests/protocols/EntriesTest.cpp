@@ -1,7 +1,7 @@
 // Entries that repeat within a structure.
 #include "protocols/Entries.h"
 
-#include "core/Status.h"
+#include "tests/protocols/ThrownCode.h"
 
 #include <gtest/gtest.h>
 
@@ -24,16 +24,6 @@ Payload payload(const std::string& bytes) {
 
 Payload sevenBytes() {
     return payload("\x10\x11\x12\x13\x14\x15\x16");
-}
-
-template <class Action>
-std::int32_t thrownCode(const Action& action) {
-    try {
-        action();
-    } catch (const core::Status& status) {
-        return status.getCode();
-    }
-    return -1;
 }
 
 TEST(Entries, MoveARowToItsPlace) {

@@ -1,7 +1,7 @@
 // Fields of a structure: reading, writing, and what lies out of bounds.
 #include "protocols/Field.h"
 
-#include "core/Status.h"
+#include "tests/protocols/ThrownCode.h"
 
 #include <gtest/gtest.h>
 
@@ -22,16 +22,6 @@ constexpr Field BYTES{"Y", "", 1, 3, Encoding::BYTES};
 
 Payload payload(const std::string& bytes) {
     return {bytes.data(), static_cast<std::uint32_t>(bytes.size())};
-}
-
-template <class Action>
-std::int32_t thrownCode(const Action& action) {
-    try {
-        action();
-    } catch (const core::Status& status) {
-        return status.getCode();
-    }
-    return -1;
 }
 
 TEST(Field, ReadsNumbersLittleEndian) {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "core/Payload.h"
-#include "core/Status.h"
+#include "tests/protocols/ThrownCode.h"
 
 #include <cstdint>
 #include <cstring>
@@ -36,17 +36,6 @@ inline core::Payload filledWith(int byte, std::uint32_t size) {
     core::Payload payload(size);
     std::memset(payload.data(), byte, size);
     return payload;
-}
-
-/// The code of the core status that `action` throws, or -1.
-template <class Action>
-std::int32_t thrownCode(const Action& action) {
-    try {
-        action();
-    } catch (const core::Status& status) {
-        return status.getCategory() == 0 ? status.getCode() : -2;
-    }
-    return -1;
 }
 
 }  // namespace orvel::protocols::ata

@@ -6,8 +6,6 @@
 namespace orvel::protocols::nvme {
 namespace {
 
-using tables::thrownCode;
-
 constexpr DataDirection NONE = DataDirection::NONE;
 constexpr DataDirection FROM = DataDirection::FROM_DRIVE;
 constexpr DataDirection TO = DataDirection::TO_DRIVE;

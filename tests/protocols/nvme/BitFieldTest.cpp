@@ -8,7 +8,6 @@ namespace {
 
 using core::Payload;
 using tables::payloadWith;
-using tables::thrownCode;
 
 constexpr BitField MIDDLE{"M", "", 4, 3};
 constexpr BitField TOP{"T", "", 31, 1};

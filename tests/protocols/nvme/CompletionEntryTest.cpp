@@ -9,7 +9,6 @@ namespace {
 using core::Payload;
 using tables::payloadOf;
 using tables::payloadWith;
-using tables::thrownCode;
 
 /// Feature Not Changeable (1h, 0Eh), CRD 2, More, Do Not Retry, phase 1: dword 3 is E21DABCDh.
 Payload sampleBytes() {

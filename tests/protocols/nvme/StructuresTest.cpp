@@ -12,7 +12,6 @@ using tables::expectFields;
 using tables::expectSound;
 using tables::payloadOf;
 using tables::payloadWith;
-using tables::thrownCode;
 
 constexpr Encoding TEXT = Encoding::TEXT;
 constexpr Encoding WIDE = Encoding::WIDE_NUMBER;

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "core/Payload.h"
-#include "core/Status.h"
 #include "protocols/Field.h"
 #include "protocols/nvme/BitField.h"
+#include "tests/protocols/ThrownCode.h"
 
 #include <gtest/gtest.h>
 
@@ -93,17 +93,6 @@ payloadWith(std::uint32_t size, std::initializer_list<std::pair<std::uint32_t, s
 /// All bytes alike.
 inline core::Payload payloadOf(std::uint32_t size, char byte) {
     return {std::string(size, byte).data(), size};
-}
-
-/// The code of the status that `action` throws; -1 if it throws none.
-template <class Action>
-std::int32_t thrownCode(const Action& action) {
-    try {
-        action();
-    } catch (const core::Status& status) {
-        return status.getCode();
-    }
-    return -1;
 }
 
 }  // namespace orvel::protocols::nvme::tables
