@@ -135,7 +135,7 @@ Status RequestDesk::run(Job& job, std::unique_ptr<XmlElement> request,
                         std::unique_ptr<XmlElement>& output) {
     try {
         core::Device::Devices devices;
-        const Status selection = select(dynamic_cast<const XmlObject&>(*request), devices);
+        Status selection = select(dynamic_cast<const XmlObject&>(*request), devices);
         if (!(selection == core::statuses::completedSuccessfully())) return selection;
         job.setDevices(std::move(devices));
         job.setRequest(std::move(request));
