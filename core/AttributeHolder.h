@@ -32,7 +32,7 @@ public:
     std::string readText(const Attribute& descriptor) const;
 
     /// The value as a little-endian number, of which at most as many bytes are read as the result
-    /// has; `absent` for no value.
+    /// has. No value reads as 0, or as `absent`.
     std::uint64_t readUnsigned64(const Attribute& descriptor) const;
     std::int32_t readSigned32(const Attribute& descriptor, std::int32_t absent) const;
 

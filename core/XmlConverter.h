@@ -43,8 +43,8 @@ public:
     static std::unique_ptr<xml::XmlObject> toXml(const Status& status);
     static std::unique_ptr<xml::XmlObject> toXml(const AttributeTable& attributes);
 
-    // The same for the types of the device half, which has these (DeviceXml.cpp). What is in the
-    // tables and lists is never null.
+    // The same for the types of the device half, in which these are defined (DeviceXml.cpp). No
+    // pointer in the tables and lists may be null.
     static std::unique_ptr<xml::XmlObject> toXml(const CommandPath& path);
     static std::unique_ptr<xml::XmlList>
     toXml(const std::map<std::string, std::shared_ptr<CommandPath>>& paths);

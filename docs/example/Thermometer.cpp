@@ -1,12 +1,16 @@
 // A feature library's worth of code on the device tool-kit: one command, one path, one identifier,
 // one finder and one job, for a drive that is four bytes of memory. docs/device-toolkit.md walks
 // through it; a test runs it and compares what it prints.
+#include "core/Command.h"
 #include "core/CommandPath.h"
 #include "core/CommandResult.h"
 #include "core/CoreStatuses.h"
 #include "core/Device.h"
 #include "core/DeviceFinder.h"
 #include "core/DeviceManager.h"
+#include "core/Payload.h"
+#include "core/ProductIdentifier.h"
+#include "core/Status.h"
 #include "core/Strings.h"
 #include "core/XmlConverter.h"
 #include "core/xml/Vocabulary.h"
@@ -15,7 +19,11 @@
 #include "features/JobConstants.h"
 #include "interfaces/orveli/interface/Job.h"
 
+#include <cstdint>
 #include <iostream>
+#include <memory>
+#include <string>
+#include <utility>
 
 namespace example {
 
@@ -25,6 +33,7 @@ namespace device_attributes = orvel::features::device_attributes;
 namespace jobs = orvel::interfaces::orveli::jobs;
 
 constexpr const char* SENSOR_SET = "Sensor";
+constexpr const char* PATH_NAME = "Registers";
 
 /// What can be asked: the word at an offset of the drive's registers.
 class ReadRegister : public core::Command {
@@ -54,7 +63,7 @@ public:
 /// The way there. A real path would have a connection and talk to a driver.
 class RegisterPath : public core::CommandPath {
 public:
-    RegisterPath() : CommandPath(nullptr, "Registers") {}
+    RegisterPath() : CommandPath(nullptr, PATH_NAME) {}
 
     core::Status checkPartitions() override { return core::statuses::deviceHasNoPartitions(); }
 
@@ -108,7 +117,7 @@ public:
     void find(core::Device::Devices& devices) override {
         auto device = std::make_shared<core::Device>();
         device->addCommandPath(std::make_shared<RegisterPath>());
-        device->addCommandSet(SENSOR_SET, "Registers");
+        device->addCommandSet(SENSOR_SET, PATH_NAME);
         for (const auto& identifier : getProductIdentifiers())
             device->addProductIdentifier(*identifier);
         devices.push_back(device);
@@ -176,7 +185,7 @@ int main() {
     job.setRequest(core::XmlConverter::toXml(
         R"(<Object name="HDATemperature" type="GetProperties"></Object>)"));
     std::unique_ptr<xml::XmlElement> response;
-    std::cout << job.run(response).toString() << "\n\n" << response->toString() << "\n\n";
-
+    std::cout << job.run(response).toString() << "\n\n";
+    if (response) std::cout << response->toString() << "\n\n";
     std::cout << device->getCommandHistory().back().toString();
 }

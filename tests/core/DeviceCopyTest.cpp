@@ -1,7 +1,7 @@
 // Tests of the copies of a device.
 #include "core/Device.h"
 
-#include "DeviceParts.h"
+#include "tests/core/DeviceParts.h"
 
 #include <gtest/gtest.h>
 

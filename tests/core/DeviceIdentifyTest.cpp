@@ -1,7 +1,7 @@
 // Tests of how a device is identified.
 #include "core/Device.h"
 
-#include "DeviceParts.h"
+#include "tests/core/DeviceParts.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // What the tests of devices have in common.
 #pragma once
 
-#include "DeviceDoubles.h"
 #include "core/Device.h"
+#include "tests/core/DeviceDoubles.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Tests of what a device does with a command.
 #include "core/Device.h"
 
-#include "DeviceParts.h"
+#include "tests/core/DeviceParts.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Tests of what a device holds, of its timeouts and of what it asks its paths.
 #include "core/Device.h"
 
-#include "DeviceParts.h"
+#include "tests/core/DeviceParts.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 #include "core/Device.h"
 #include "core/XmlConverter.h"
 
-#include "DeviceDoubles.h"
+#include "tests/core/DeviceDoubles.h"
 
 #include <gtest/gtest.h>
 

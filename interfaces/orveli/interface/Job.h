@@ -116,6 +116,11 @@ public:
 protected:
     void setProgress(std::uint8_t value) { progress = value; }
 
+    // The flags are the concrete job's alone: nothing here sets them.
+    void setFirstFlag(std::uint8_t value) { firstFlag = value; }
+
+    void setSecondFlag(std::uint8_t value) { secondFlag = value; }
+
 private:
     core::Status runByType(const std::string& type,
                            std::unique_ptr<core::xml::XmlElement>& response);
@@ -130,13 +135,8 @@ private:
     std::uint32_t progressContext = 0;
     ProgressCallback progressCallback = nullptr;
     std::atomic<std::uint8_t> progress = 0;
-
-protected:
-    // For the concrete jobs: nothing here sets them.
     std::uint8_t firstFlag = 0;
     std::uint8_t secondFlag = 0;
-
-private:
     std::atomic<std::int32_t> state = 0;
     mutable boost::mutex mutex;
     core::Status status;                 ///< guarded by mutex

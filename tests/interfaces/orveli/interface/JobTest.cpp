@@ -104,9 +104,9 @@ public:
 
     bool supports(const Device&) const override { return true; }
 
-    using Job::firstFlag;
-    using Job::secondFlag;
+    using Job::setFirstFlag;
     using Job::setProgress;
+    using Job::setSecondFlag;
 };
 
 /// Writes down what `run` calls, and does and returns what it is told to.
@@ -189,16 +189,16 @@ TEST(Job, ReadsTheFlagsThatAConcreteJobSets) {
     PlainJob job("Identify");
     EXPECT_EQ(job.getFirstFlag(), 0);
     EXPECT_EQ(job.getSecondFlag(), 0);
-    job.firstFlag = 1;
-    job.secondFlag = 255;
+    job.setFirstFlag(1);
+    job.setSecondFlag(255);
     EXPECT_EQ(job.getFirstFlag(), 1);
     EXPECT_EQ(job.getSecondFlag(), 255);
 }
 
 TEST(Job, LeavesTheFlagsAndTheProgressAloneWhenItRuns) {
     PlainJob job("Identify");
-    job.firstFlag = 3;
-    job.secondFlag = 4;
+    job.setFirstFlag(3);
+    job.setSecondFlag(4);
     job.setProgress(50);
     job.setRequest(requestOf("Method"));
     EXPECT_EQ(textOf(runJob(job)), NOT_SUPPORTED);
@@ -858,7 +858,8 @@ TEST(Job, AssignKeepsTheRequestIfTheOtherHasNone) {
 TEST(Job, AssignTakesNothingElse) {
     NotingJob other("Other");
     other.setProgress(50);
-    other.firstFlag = other.secondFlag = 1;
+    other.setFirstFlag(1);
+    other.setSecondFlag(1);
     EXPECT_EQ(runJob(other).getCode(), 2);
     PlainJob job("Identify");
     job.setState(5);
