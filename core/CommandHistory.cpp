@@ -21,7 +21,7 @@ CommandHistory& CommandHistory::operator=(const CommandHistory& other) {
     Contents contents = other.copyContents();
     const Lock lock(mutex);
     maxSize = contents.maxSize;
-    results = std::move(contents.results);
+    results.swap(contents.results);
     return *this;
 }
 
@@ -30,19 +30,29 @@ CommandHistory::Contents CommandHistory::copyContents() const {
     return {maxSize, results};
 }
 
+// What is dropped dies behind the lock: the end of a result's path may call a transport's code.
+
 void CommandHistory::add(const CommandResult& result) {
+    Results dropped;
     const Lock lock(mutex);
     if (maxSize == 0) return;
     // The copy comes first: one that fails drops nothing.
     results.push_back(result);
-    if (results.size() > maxSize) results.pop_front();
+    keepNewest(maxSize, dropped);
 }
 
 void CommandHistory::setMaxSize(std::uint32_t size) {
+    Results dropped;
     const Lock lock(mutex);
     maxSize = size;
-    while (results.size() > maxSize)
+    keepNewest(maxSize, dropped);
+}
+
+void CommandHistory::keepNewest(std::size_t count, Results& dropped) {
+    while (results.size() > count) {
+        dropped.push_back(std::move(results.front()));
         results.pop_front();
+    }
 }
 
 std::uint32_t CommandHistory::getMaxSize() const {
@@ -68,13 +78,15 @@ CommandResult CommandHistory::back() const {
 }
 
 void CommandHistory::pop() {
+    Results dropped;
     const Lock lock(mutex);
-    if (!results.empty()) results.pop_front();
+    if (!results.empty()) keepNewest(results.size() - 1, dropped);
 }
 
 void CommandHistory::clear() {
+    Results dropped;
     const Lock lock(mutex);
-    results.clear();
+    results.swap(dropped);
 }
 
 }  // namespace orvel::core

@@ -39,17 +39,22 @@ public:
     void clear();
 
 private:
+    using Results = std::deque<CommandResult>;
+
     /// Both fields at one moment.
     struct Contents {
         std::uint32_t maxSize;
-        std::deque<CommandResult> results;
+        Results results;
     };
 
     explicit CommandHistory(Contents contents);
     Contents copyContents() const;
 
-    std::uint32_t maxSize = 1;          ///< guarded by mutex
-    std::deque<CommandResult> results;  ///< guarded by mutex; oldest first
+    /// Moves the others to `dropped`; under the lock.
+    void keepNewest(std::size_t count, Results& dropped);
+
+    std::uint32_t maxSize = 1;  ///< guarded by mutex
+    Results results;            ///< guarded by mutex; oldest first
     mutable boost::mutex mutex;
 };
 

@@ -72,6 +72,7 @@ std::optional<std::string> readDriveId(const std::string& text) {
     const bool isInterfacePath = strings::contains(id, INTERFACE_PREFIX, true);
     if (isInterfacePath) std::replace(id.begin(), id.end(), '#', '\\');
     if (id.size() < SHORTEST_DRIVE_ID) return std::nullopt;
+    // Intended: nothing may be left, which is what a device without a `PNP String` has.
     if (isInterfacePath) id = withoutClass(id.substr(INTERFACE_PREFIX_LENGTH));
     return boost::algorithm::to_upper_copy(id, std::locale::classic());
 }

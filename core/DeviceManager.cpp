@@ -19,14 +19,14 @@ namespace device_attributes = features::device_attributes;
 constexpr std::int32_t NO_INDEX = -1;
 
 /// A partition's place in the system; no device attribute, hence in no catalogue.
-Attribute partitionPath() {
+Attribute pathOfPartition() {
     return {xml::identifiers::Path, xml::identifiers::Path, features::types::string()};
 }
 
 bool hasPartition(const Device& device, const std::string& path) {
     return std::any_of(
         device.getPartitions().begin(), device.getPartitions().end(),
-        [&](const Partition& partition) { return partition.readText(partitionPath()) == path; });
+        [&](const Partition& partition) { return partition.readText(pathOfPartition()) == path; });
 }
 
 bool hasSerialNumber(const Device& device, const std::string& serialNumber) {
@@ -75,7 +75,7 @@ public:
         line("Device " + strings::toString(index));
         attributes(device);
         for (const Partition& partition : device.getPartitions()) {
-            line("Partition: " + partition.readText(partitionPath()));
+            line("Partition: " + partition.readText(pathOfPartition()));
             attributes(partition);
         }
         for (const auto& [setName, pathName] : device.getCommandSets())
@@ -134,7 +134,8 @@ std::shared_ptr<Device> DeviceManager::GetDevice(const Attribute& identifier) co
         if (!strings::isNumeric(value)) return nullptr;
         const std::uint64_t index = strings::toInteger(value);
         return findFirst([&](const Device& device) {
-            return indexOf(device) >= 0 && static_cast<std::uint64_t>(indexOf(device)) == index;
+            const std::int32_t place = indexOf(device);
+            return place >= 0 && static_cast<std::uint64_t>(place) == index;
         });
     }
     if (kind == xml::identifiers::SerialNumber) {
