@@ -30,7 +30,7 @@ SelfTestExecution selfTestExecution(std::uint8_t statusByte) {
 
 std::uint8_t selfTestExecutionByte(const SelfTestExecution& execution) {
     const unsigned remaining = execution.percentRemaining / PERCENT_PER_STEP;
-    return static_cast<std::uint8_t>(execution.status << STATUS_SHIFT |
+    return static_cast<std::uint8_t>(static_cast<unsigned>(execution.status) << STATUS_SHIFT |
                                      (remaining & REMAINING_MASK));
 }
 
