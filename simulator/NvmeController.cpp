@@ -84,7 +84,7 @@ void logError(NvmeDrive& drive, const AdminCommandFields& fields, const NvmeAnsw
     protocols::writeNumber(entry, entry_fields::CommandSpecificInformation,
                            answer.errorInformation);
 
-    drive.errorLog.insert(drive.errorLog.begin(), entry);
+    drive.errorLog.push_front(entry);
     if (drive.errorLog.size() > errorLogCapacity(drive)) drive.errorLog.pop_back();
 }
 

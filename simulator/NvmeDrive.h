@@ -8,6 +8,7 @@
 #include <array>
 #include <chrono>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <map>
 #include <optional>
@@ -62,7 +63,7 @@ struct RunningSelfTest {
 struct NvmeDrive {
     StoredBytes identifyController{protocols::nvme::identify_controller::SIZE};
     StoredBytes smartHealthLog{protocols::nvme::smart_health_log::SIZE};
-    std::vector<StoredBytes> errorLog;  ///< entries, newest first
+    std::deque<StoredBytes> errorLog;  ///< entries, newest first
 
     /// What new namespaces have in common: formats and capabilities.
     StoredBytes commonNamespace{protocols::nvme::identify_namespace::SIZE};
@@ -78,7 +79,7 @@ struct NvmeDrive {
 
     std::map<std::uint8_t, NvmeFeature> features;  ///< by identifier; the others aren't supported
 
-    std::vector<StoredBytes> selfTestResults;  ///< newest first
+    std::deque<StoredBytes> selfTestResults;  ///< newest first
     std::optional<RunningSelfTest> runningSelfTest;
     std::chrono::milliseconds shortSelfTestTime = std::chrono::minutes(2);
     std::uint8_t selfTestOutcome = 0;  ///< the result that a test comes to, once the time is up

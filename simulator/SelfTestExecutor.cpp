@@ -39,7 +39,7 @@ void endSelfTest(NvmeDrive& drive, std::uint8_t result) {
     protocols::writeNumber(
         entry, fields::POH,
         protocols::readNumber(drive.smartHealthLog, smart_health_log::PowerOnHours));
-    drive.selfTestResults.insert(drive.selfTestResults.begin(), entry);
+    drive.selfTestResults.push_front(entry);
     if (drive.selfTestResults.size() > self_test_log::RESULTS.count) {
         drive.selfTestResults.pop_back();
     }

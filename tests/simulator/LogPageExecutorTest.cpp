@@ -40,6 +40,12 @@ TEST(LogPageExecutor, TakesTheUpperNumberOfDwords) {
     EXPECT_EQ(simulation.output(fields).size(), 0x40004U);
 }
 
+TEST(LogPageExecutor, GivesAllThatTheDriveMovesAtOnce) {
+    Simulation simulation;
+    EXPECT_EQ(simulation.output(getLog(0x07FF0002, 8192)).size(), 8192U);
+    EXPECT_EQ(simulation.status(getLog(0x08000002, 8196)), 0x002U);
+}
+
 TEST(LogPageExecutor, GivesTheFirmwareSlots) {
     Simulation simulation;
     simulation.drive.firmwareRevisions[2] = "NEW3";

@@ -131,5 +131,37 @@ TEST(NvmeController, GoesOnWithAnExtendedSelfTestAfterAPowerCycle) {
     EXPECT_EQ(get(simulation.log(0x06, 564), 4, 1), 0x20U);
 }
 
+TEST(NvmeController, AnswersAnyCommandOnAnyDrive) {
+    const core::Payload zeroes(4096);
+    core::Payload ones(4096);
+    for (std::uint32_t i = 0; i < ones.size(); ++i)
+        put(ones, i, 0xFF, 1);
+    NvmeDrive full = makeDrive();
+    full.identifyController = StoredBytes(ones);
+    full.commonNamespace = StoredBytes(ones);
+    full.namespaces.at(1).identify = StoredBytes(ones);
+    full.smartHealthLog = StoredBytes(ones);
+    full.namespaces.at(1).controllers = {0xFFFF};
+
+    for (const NvmeDrive& drive : {NvmeDrive(), makeDrive(), full}) {
+        for (const core::Payload& input : {core::Payload(), zeroes, ones}) {
+            for (const std::uint32_t nsid : {0U, 1U, 0xFFFFFFFFU}) {
+                Simulation simulation;
+                simulation.drive = drive;
+                for (std::uint32_t i = 0; i < 256 * 16; ++i) {
+                    simulation.run({.opcode = static_cast<std::uint8_t>(i / 16),
+                                    .nsid = nsid,
+                                    .cdw10 = i % 16 == 15 ? 0xFFFFFFFF : i % 16 * 9,
+                                    .cdw11 = i % 2 == 0 ? 0 : 0xFFFFFFFF,
+                                    .transferLength = 4096},
+                                   input);
+                }
+                simulation.controller.powerCycle();
+                EXPECT_LE(simulation.drive.errorLog.size(), 256U);
+            }
+        }
+    }
+}
+
 }  // namespace
 }  // namespace orvel::simulator
