@@ -1,0 +1,112 @@
+#include "simulator/NvmeExecutors.h"
+
+#include <algorithm>
+
+namespace orvel::simulator {
+
+using namespace protocols::nvme;
+namespace in = identify_namespace;
+
+bool isFormatAvailable(const core::Payload& identifyNamespace, const NamespaceFormat& format) {
+    constexpr std::uint64_t PROTECTION_BYTES = 8;
+    constexpr std::uint32_t TYPES[] = {0, dpc::TYPE_1.mask(), dpc::TYPE_2.mask(),
+                                       dpc::TYPE_3.mask()};
+    if (format.lbaFormat > protocols::readNumber(identifyNamespace, in::NLBAF) ||
+        format.lbaFormat >= in::LBA_FORMATS.count) {
+        return false;
+    }
+    if (blockSize(identifyNamespace, format.lbaFormat) == 0) return false;
+
+    const auto metadata = protocols::readNumber(
+        identifyNamespace, fieldOfEntry(in::LBA_FORMATS, format.lbaFormat, lba_format::MS));
+    const BitField& placement = format.isExtended ? mc::EXTENDED : mc::SEPARATE;
+    if (metadata != 0 && readBits(identifyNamespace, in::MC, placement) == 0) return false;
+
+    if (format.protectionType == 0) return true;
+    if (format.protectionType >= std::size(TYPES) || metadata < PROTECTION_BYTES) return false;
+    const auto can = protocols::readNumber(identifyNamespace, in::DPC);
+    const BitField& place =
+        format.isProtectionFirst ? dpc::FIRST_EIGHT_BYTES : dpc::LAST_EIGHT_BYTES;
+    return (can & TYPES[format.protectionType]) != 0 && (can & place.mask()) != 0;
+}
+
+namespace {
+
+NamespaceFormat wantedFormat(std::uint32_t cdw10) {
+    return {.lbaFormat = readBits(cdw10, format_nvm_cdw10::LBAF),
+            .isExtended = readBits(cdw10, format_nvm_cdw10::MSET) != 0,
+            .protectionType = readBits(cdw10, format_nvm_cdw10::PI),
+            .isProtectionFirst = readBits(cdw10, format_nvm_cdw10::PIL) != 0};
+}
+
+/// The capacity in bytes stays; the number of blocks follows from it.
+void applyFormat(const core::Payload& identify, const NamespaceFormat& format) {
+    const std::uint32_t oldFormat = readBits(identify, in::FLBAS, flbas::FORMAT);
+    const std::uint64_t bytes =
+        protocols::readNumber(identify, in::NCAP) * blockSize(identify, oldFormat);
+    if (format.lbaFormat != oldFormat) {
+        const std::uint64_t blocks = bytes / blockSize(identify, format.lbaFormat);
+        protocols::writeNumber(identify, in::NSZE, blocks);
+        protocols::writeNumber(identify, in::NCAP, blocks);
+    }
+    protocols::writeNumber(identify, in::NUSE, protocols::readNumber(identify, in::NCAP));
+    writeBits(identify, in::FLBAS, flbas::FORMAT, format.lbaFormat);
+    writeBits(identify, in::FLBAS, flbas::METADATA_AT_END, format.isExtended ? 1 : 0);
+    writeBits(identify, in::DPS, dps::TYPE, format.protectionType);
+    writeBits(identify, in::DPS, dps::FIRST_EIGHT_BYTES, format.isProtectionFirst ? 1 : 0);
+}
+
+bool isEraseAvailable(const NvmeDrive& drive, std::uint32_t settings) {
+    switch (settings) {
+    case secure_erase::NONE:
+    case secure_erase::USER_DATA:
+        return true;
+    case secure_erase::CRYPTOGRAPHIC:
+        return supports(drive, identify_controller::FNA, fna::CRYPTOGRAPHIC_ERASE);
+    default:
+        return false;
+    }
+}
+
+/// Some drives can only format, or only erase, all that there is.
+bool isForAll(const NvmeDrive& drive, const AdminCommandFields& fields) {
+    const bool erases = readBits(fields.cdw10, format_nvm_cdw10::SES) != secure_erase::NONE;
+    return fields.nsid == ALL_NAMESPACES ||
+           supports(drive, identify_controller::FNA, fna::FORMAT_ALL_NAMESPACES) ||
+           (erases && supports(drive, identify_controller::FNA, fna::ERASE_ALL_NAMESPACES));
+}
+
+}  // namespace
+
+NvmeAnswer executeFormatNvm(NvmeDrive& drive, const NvmeRequest& request) {
+    const AdminCommandFields& fields = request.fields;
+    if (fields.nsid != ALL_NAMESPACES) {
+        const NamespaceState state = stateOf(drive, fields.nsid);
+        if (state == NamespaceState::INVALID) {
+            return refusal(status_codes::INVALID_NAMESPACE_OR_FORMAT);
+        }
+        if (state != NamespaceState::ATTACHED) {
+            return refusal(status_codes::INVALID_FIELD_IN_COMMAND);
+        }
+    }
+    if (!isEraseAvailable(drive, readBits(fields.cdw10, format_nvm_cdw10::SES))) {
+        return refusal(status_codes::INVALID_FIELD_IN_COMMAND);
+    }
+
+    const NamespaceFormat format = wantedFormat(fields.cdw10);
+    const auto targets = isForAll(drive, fields) ? attachedNamespaces(drive)
+                                                 : std::vector<std::uint32_t>{fields.nsid};
+    const bool isAvailable = std::ranges::all_of(targets, [&](std::uint32_t nsid) {
+        return isFormatAvailable(drive.namespaces.at(nsid).identify, format);
+    });
+    if (!isAvailable) return refusal(status_codes::INVALID_FORMAT);
+
+    endSelfTest(drive, self_test_results::ABORTED_BY_FORMAT);
+    for (const std::uint32_t nsid : targets) {
+        applyFormat(drive.namespaces.at(nsid).identify, format);
+        drive.changedNamespaces.insert(nsid);
+    }
+    return {};
+}
+
+}  // namespace orvel::simulator

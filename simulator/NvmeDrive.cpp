@@ -1,0 +1,43 @@
+#include "simulator/NvmeDrive.h"
+
+namespace orvel::simulator {
+
+using namespace protocols::nvme;
+
+std::uint64_t blockSize(const core::Payload& identifyNamespace, std::uint32_t lbaFormat) {
+    constexpr std::uint64_t SMALLEST_EXPONENT = 9;
+    constexpr std::uint64_t LARGEST_EXPONENT = 31;
+    const std::uint64_t exponent =
+        protocols::readNumber(identifyNamespace, fieldOfEntry(identify_namespace::LBA_FORMATS,
+                                                              lbaFormat, lba_format::LBADS));
+    if (exponent < SMALLEST_EXPONENT || exponent > LARGEST_EXPONENT) return 0;
+    return std::uint64_t{1} << exponent;
+}
+
+NamespaceState stateOf(const NvmeDrive& drive, std::uint32_t nsid) {
+    const auto most = protocols::readNumber(drive.identifyController, identify_controller::NN);
+    if (nsid == 0 || nsid > most) return NamespaceState::INVALID;
+    const auto found = drive.namespaces.find(nsid);
+    if (found == drive.namespaces.end()) return NamespaceState::UNALLOCATED;
+    return found->second.controllers.contains(controllerId(drive)) ? NamespaceState::ATTACHED
+                                                                   : NamespaceState::DETACHED;
+}
+
+std::uint16_t controllerId(const NvmeDrive& drive) {
+    return static_cast<std::uint16_t>(
+        protocols::readNumber(drive.identifyController, identify_controller::CNTLID));
+}
+
+std::vector<std::uint32_t> attachedNamespaces(const NvmeDrive& drive) {
+    std::vector<std::uint32_t> attached;
+    for (const auto& [nsid, one] : drive.namespaces) {
+        if (one.controllers.contains(controllerId(drive))) attached.push_back(nsid);
+    }
+    return attached;
+}
+
+bool supports(const NvmeDrive& drive, const protocols::Field& field, const BitField& capability) {
+    return readBits(drive.identifyController, field, capability) != 0;
+}
+
+}  // namespace orvel::simulator
