@@ -18,7 +18,7 @@ bool isFormatAvailable(const core::Payload& identifyNamespace, const NamespaceFo
     if (blockSize(identifyNamespace, format.lbaFormat) == 0) return false;
 
     const auto metadata = protocols::readNumber(
-        identifyNamespace, fieldOfEntry(in::LBA_FORMATS, format.lbaFormat, lba_format::MS));
+        identifyNamespace, fieldOf(in::LBA_FORMATS, format.lbaFormat, lba_format::MS));
     const BitField& placement = format.isExtended ? mc::EXTENDED : mc::SEPARATE;
     if (metadata != 0 && readBits(identifyNamespace, in::MC, placement) == 0) return false;
 

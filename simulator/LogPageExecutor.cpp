@@ -12,10 +12,10 @@ namespace {
 core::Payload errorInformation(const NvmeDrive& drive) {
     const auto count = static_cast<std::uint32_t>(
         protocols::readNumber(drive.identifyController, identify_controller::ELPE) + 1);
-    const Entries entries = errorInformationEntries(count);
+    const protocols::Entries entries = errorInformationEntries(count);
     core::Payload page(entries.size * count);
     for (std::uint32_t i = 0; i < std::min<std::size_t>(count, drive.errorLog.size()); ++i) {
-        writeEntry(page, entries, i, drive.errorLog[i]);
+        protocols::writeEntry(page, entries, i, drive.errorLog[i]);
     }
     return page;
 }
@@ -27,7 +27,7 @@ core::Payload firmwareSlots(const NvmeDrive& drive) {
     writeBits(page, firmware_slot_log::AFI, afi::NEXT_SLOT, drive.nextSlot);
     for (std::uint32_t i = 0; i < drive.firmwareRevisions.size(); ++i) {
         if (drive.firmwareRevisions[i].empty()) continue;  // stays all zeroes
-        protocols::writeText(page, fieldOfEntry(firmware_slot_log::SLOTS, i, REVISION),
+        protocols::writeText(page, fieldOf(firmware_slot_log::SLOTS, i, REVISION),
                              drive.firmwareRevisions[i]);
     }
     return page;
@@ -74,8 +74,8 @@ core::Payload commandEffects(const NvmeDrive& drive) {
         if (row.capability && !supports(drive, identify_controller::OACS, *row.capability))
             continue;
         protocols::writeNumber(page,
-                               fieldOfEntry(commands_effects_log::ADMIN_COMMANDS, row.opcode,
-                                            commands_effects_log::EFFECTS),
+                               fieldOf(commands_effects_log::ADMIN_COMMANDS, row.opcode,
+                                       commands_effects_log::EFFECTS),
                                row.effects);
     }
     return page;
@@ -92,12 +92,11 @@ core::Payload selfTests(const NvmeDrive& drive, std::chrono::milliseconds now) {
     }
     for (std::uint32_t i = 0; i < self_test_log::RESULTS.count; ++i) {
         if (i < drive.selfTestResults.size()) {
-            writeEntry(page, self_test_log::RESULTS, i, drive.selfTestResults[i]);
+            protocols::writeEntry(page, self_test_log::RESULTS, i, drive.selfTestResults[i]);
         } else {
-            writeBits(
-                page,
-                fieldOfEntry(self_test_log::RESULTS, i, self_test_result::DeviceSelfTestStatus),
-                self_test_status::RESULT, NOT_USED);
+            writeBits(page,
+                      fieldOf(self_test_log::RESULTS, i, self_test_result::DeviceSelfTestStatus),
+                      self_test_status::RESULT, NOT_USED);
         }
     }
     return page;
