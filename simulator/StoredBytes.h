@@ -21,7 +21,7 @@ public:
     ~StoredBytes() = default;
 
     /// The bytes themselves: what is written to them is stored. Valid as long as this object.
-    // NOLINTNEXTLINE(google-explicit-constructor)
+    /// Implicit, so that the functions for payloads take it as it is.
     operator const core::Payload&() const { return bytes; }
 
     /// For whoever gets them out of the drive.
