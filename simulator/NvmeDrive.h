@@ -79,6 +79,8 @@ struct NvmeDrive {
 
     std::map<std::uint8_t, NvmeFeature> features;  ///< by identifier; the others aren't supported
 
+    std::map<std::uint8_t, StoredBytes> vendorLogs;  ///< whole log pages by identifier, C0h to FFh
+
     std::deque<StoredBytes> selfTestResults;  ///< newest first
     std::optional<RunningSelfTest> runningSelfTest;
     std::chrono::milliseconds shortSelfTestTime = std::chrono::minutes(2);

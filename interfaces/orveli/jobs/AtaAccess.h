@@ -1,0 +1,51 @@
+// ATA commands to a device, for jobs: sent, checked, and their data handed over.
+#pragma once
+
+#include "core/Device.h"
+#include "core/Payload.h"
+#include "protocols/ata/AtaCommands.h"
+#include "protocols/ata/ReturnedTaskFile.h"
+#include "protocols/ata/Sct.h"
+
+#include <cstdint>
+
+namespace orvel::interfaces::orveli::jobs::ata_access {
+
+struct Answer {
+    protocols::ata::ReturnedTaskFile returned;
+    core::Payload data;
+};
+
+/// The drive's answer, also a refusal. Throws core::Status by value if there is none: the path's
+/// status.
+Answer ask(core::Device& device, const protocols::ata::AtaCommand& command,
+           const core::Payload& input = {});
+
+/// As `ask`, and throws 0/10 with the command's name and the ERROR field for a refusal.
+Answer send(core::Device& device, const protocols::ata::AtaCommand& command,
+            const core::Payload& input = {});
+
+/// As `send`, and throws 0/49 for fewer bytes than were asked for.
+core::Payload read(core::Device& device, const protocols::ata::AtaCommand& command);
+
+/// IDENTIFY DEVICE data. As `read`, and throws 10/33 if its checksum is wrong.
+core::Payload identifyDevice(core::Device& device);
+
+/// Pages of a log by READ LOG EXT. As `read`.
+core::Payload readLog(core::Device& device, std::uint8_t logAddress, std::uint16_t firstPage,
+                      std::uint16_t pages);
+
+// SCT through SMART logs. As `send` and `read`.
+
+/// Gives the SCT command of `data` and returns the drive's answer.
+Answer sct(core::Device& device, const core::Payload& data);
+core::Payload sctStatus(core::Device& device);
+core::Payload sctTable(core::Device& device, std::uint16_t tableId, std::uint8_t pages);
+
+/// State of an SCT feature.
+std::uint16_t sctFeature(core::Device& device, protocols::ata::sct::Feature feature);
+
+/// Sets it so that it outlasts power cycles.
+void setSctFeature(core::Device& device, protocols::ata::sct::Feature feature, std::uint16_t state);
+
+}  // namespace orvel::interfaces::orveli::jobs::ata_access

@@ -1,0 +1,182 @@
+#include "interfaces/orveli/jobs/DriveJob.h"
+
+#include "core/CoreStatuses.h"
+#include "core/Strings.h"
+#include "core/xml/Vocabulary.h"
+#include "features/DeviceAttributes.h"
+#include "features/FeatureStatuses.h"
+#include "features/JobConstants.h"
+#include "protocols/ata/AtaCommand.h"
+#include "protocols/nvme/AdminCommand.h"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+namespace orvel::interfaces::orveli::jobs {
+
+using core::Device;
+using core::Status;
+using core::xml::XmlElement;
+using core::xml::XmlObject;
+namespace tags = core::xml::tags;
+namespace categories = core::xml::categories;
+
+namespace {
+
+bool isSuccess(const Status& status) {
+    return status == core::statuses::completedSuccessfully();
+}
+
+const XmlObject* asObject(const XmlElement* element) {
+    return dynamic_cast<const XmlObject*>(element);
+}
+
+}  // namespace
+
+DriveJob::DriveJob(std::string name, Kind kind, std::string title)
+    : Job(std::move(name)),
+      kind(kind),
+      title(std::move(title)) {}
+
+bool DriveJob::supports(const Device& device) const {
+    return (kind != Kind::NVME && isAta(device)) || (kind != Kind::ATA && isNvme(device));
+}
+
+Status DriveJob::runSetProperty(const core::Attribute& property) {
+    Device& device = *getDevices().front();
+    if (!supports(device)) return features::statuses::featureNotSupportedByDrive();
+    try {
+        return set(device, property);
+    } catch (const Status& status) {
+        return status;
+    }
+}
+
+Status DriveJob::reportEach(std::unique_ptr<XmlElement>& response) {
+    if (getDevices().empty()) return features::statuses::noDeviceSelected();
+    const bool isMethod = getRequest()->getAttribute(tags::Type) == xml::tags::types::Method;
+    auto output = std::make_unique<XmlObject>();
+    for (const auto& device : getDevices()) {
+        XmlObject& drive = addSection(*output, title, keyOf(*device));
+        const Status status = reportOne(*device, drive);
+        if (!isSuccess(status) && isMethod && getDevices().size() == 1) return status;
+        const bool isBare = drive.getProperties().empty() && drive.getObjects().empty();
+        if (!isSuccess(status) || isBare) drive.addObject(core::XmlConverter::toXml(status));
+    }
+    response = std::move(output);
+    return {};
+}
+
+Status DriveJob::reportOne(Device& device, XmlObject& drive) {
+    if (!supports(device)) return features::statuses::featureNotSupportedByDrive();
+    try {
+        return report(device, drive);
+    } catch (const Status& status) {
+        return status;
+    }
+}
+
+Status DriveJob::report(Device&, XmlObject&) {
+    return features::statuses::featureNotSupported();
+}
+
+Status DriveJob::set(Device&, const core::Attribute&) {
+    return features::statuses::featureNotSupported();
+}
+
+std::string DriveJob::keyOf(const Device& device) const {
+    return device.readText(features::device_attributes::SerialNumber());
+}
+
+std::optional<std::string> DriveJob::findArgument(const core::Attribute& descriptor) const {
+    std::optional<std::string> value;
+    const XmlObject* root = asObject(getRequest());
+    if (root == nullptr) return value;
+    for (const auto& property : root->getProperties()) {
+        if (property->getAttribute(tags::Name) == descriptor.getName()) {
+            value = property->getAttribute(tags::Value);
+        }
+    }
+    return value;
+}
+
+std::optional<std::uint64_t> DriveJob::findNumber(const core::Attribute& descriptor) const {
+    const auto text = findArgument(descriptor);
+    if (!text) return std::nullopt;
+    const bool isNumber =
+        core::strings::isNumeric(*text) || (!text->empty() && core::strings::isHexadecimal(*text));
+    if (isNumber) return core::strings::toInteger(*text);
+    Status status = features::statuses::invalidProperty();
+    status.setMessage(status.getMessage() + " " + descriptor.getName() + " must be a number.");
+    throw status;
+}
+
+std::vector<std::string> DriveJob::requestedNames() const {
+    std::vector<std::string> names;
+    const XmlObject* root = asObject(getRequest());
+    if (root == nullptr) return names;
+    for (const auto& object : root->getObjects()) {
+        if (object->getAttribute(tags::Name) != xml::tags::names::Properties) continue;
+        for (const auto& property : object->getProperties())
+            names.push_back(property->getAttribute(tags::Name));
+    }
+    return names;
+}
+
+void DriveJob::keepRequested(XmlObject& drive) const {
+    const auto names = requestedNames();
+    if (names.empty()) return;
+    std::vector<std::pair<std::string, std::string>> kept;
+    for (const std::string& name : names) {
+        const auto& all = drive.getProperties();
+        const auto found = std::find_if(all.begin(), all.end(), [&](const auto& property) {
+            return core::strings::equals(property->getAttribute(tags::Name), name, true);
+        });
+        if (found == all.end()) {
+            kept.emplace_back(name, features::PROPERTY_NOT_FOUND);
+        } else {
+            kept.emplace_back((*found)->getAttribute(tags::Name),
+                              (*found)->getAttribute(tags::Value));
+        }
+    }
+    while (!drive.getProperties().empty())
+        drive.removeProperty(drive.getProperties().front()->getAttribute(tags::Name));
+    for (const auto& [name, value] : kept)
+        drive.addValue(name, value);
+}
+
+XmlObject& addSection(XmlObject& parent, const std::string& name, const std::string& key) {
+    auto section = std::make_unique<XmlObject>();
+    section->setAttribute(tags::Name, name);
+    if (!key.empty()) section->setAttribute(tags::Key, key);
+    return parent.addObject(std::move(section));
+}
+
+void addPayload(XmlObject& parent, const core::Payload& bytes) {
+    auto payload = std::make_unique<XmlObject>();
+    payload->setAttribute(tags::Category, categories::Payload);
+    payload->setAttribute(tags::Value, core::strings::bytesToHex(bytes));
+    parent.addObject(std::move(payload));
+}
+
+bool isNvme(const Device& device) {
+    return device.supportsCommandSet(protocols::nvme::ADMIN_COMMAND_SET);
+}
+
+bool isAta(const Device& device) {
+    return device.supportsCommandSet(protocols::ata::AtaCommand::COMMAND_SET);
+}
+
+void requireNoRaidMember(const Device& device) {
+    if (device.isSet(features::device_attributes::RAIDMember()))
+        throw features::statuses::notRunnableOnRaidMember();
+}
+
+Status successWith(const std::string& words) {
+    Status status;
+    status.setMessage(words);
+    return status;
+}
+
+}  // namespace orvel::interfaces::orveli::jobs

@@ -1,0 +1,56 @@
+// The folder in which the simulated drives live between commands.
+#pragma once
+
+#include "simulator/Fleet.h"
+
+#include <optional>
+#include <string>
+
+namespace orvel::simulator {
+
+/// One command at a time works on the fleet, whatever process it belongs to: from `open` to `close`
+/// a file is locked, and others wait. In the folder, which is made at need:
+///
+/// - `fleet.json`: a description that a user may put there; read when there is no state yet.
+/// - `state.json`: all that the drives remember. Made from the description, or from the default
+///   fleet, at the first use. Replaced as a whole, so that a crash leaves the old or the new one.
+/// - `lock`: the locked file.
+/// - `power-cycle`: if it is there, all drives lose power and get it back before the next command;
+///   then it is removed.
+///
+/// For one thread at a time.
+class FleetFolder {
+public:
+    explicit FleetFolder(std::string path);
+
+    FleetFolder(const FleetFolder&) = delete;
+    FleetFolder& operator=(const FleetFolder&) = delete;
+
+    /// Unlocks, without keeping changes.
+    ~FleetFolder();
+
+    /// Locks and loads, if it isn't open already. Throws core::Status by value: 10/54 with the
+    /// file and what is wrong with it for one that can't be used, and nothing is written over then;
+    /// 10/194 for a folder that can't be made; 10/168 if what is new can't be written.
+    Fleet& open();
+
+    bool isOpen() const { return fleet.has_value(); }
+
+    /// The simulated time: that of the fleet's clock, which never goes back. Only while open.
+    std::chrono::milliseconds now();
+
+    /// Keeps what has changed since `open` and unlocks, if it is open. Throws core::Status by
+    /// value, 10/168 with the file; it is unlocked all the same.
+    void commit();
+
+    /// Forgets what has changed and unlocks.
+    void abandon();
+
+private:
+    std::string path;
+    std::optional<Fleet> fleet;  ///< only while open
+    std::optional<Fleet> kept;   ///< as the state file has it
+    int lockFile = -1;           ///< only while open
+};
+
+}  // namespace orvel::simulator
