@@ -104,6 +104,18 @@ std::unique_ptr<XmlObject> newAnswer(const std::string& jobName, const Status& s
     return answer;
 }
 
+/// What `action` returns, or the status of what it throws.
+template <class Action>
+Status guarded(const Action& action) {
+    try {
+        return action();
+    } catch (const Status& status) {
+        return status;
+    } catch (const std::exception& exception) {
+        return {core::status_categories::SYSTEM, EIO, exception.what()};
+    }
+}
+
 /// The object that `element` is, or null; `element` is empty afterwards.
 std::unique_ptr<XmlObject> asObject(std::unique_ptr<XmlElement> element) {
     auto* object = dynamic_cast<XmlObject*>(element.get());
@@ -122,7 +134,7 @@ std::unique_ptr<XmlObject> RequestDesk::serve(const std::string& text) {
     if (!job) return newAnswer(name, statuses::jobNotFound());
 
     std::unique_ptr<XmlElement> response;
-    job->setStatus(run(*job, std::move(request), response));
+    job->setStatus(runAndFinish(*job, std::move(request), response));
     auto answer = job->toXml();
     if (auto output = asObject(std::move(response))) {
         output->setAttribute(tags::Category, OUTPUT_CATEGORY);
@@ -131,20 +143,26 @@ std::unique_ptr<XmlObject> RequestDesk::serve(const std::string& text) {
     return answer;
 }
 
+Status RequestDesk::runAndFinish(Job& job, std::unique_ptr<XmlElement> request,
+                                 std::unique_ptr<XmlElement>& output) {
+    const Status status = run(job, std::move(request), output);
+    const Status end = finish ? guarded(finish) : Status();
+    const bool isSuccess = status == core::statuses::completedSuccessfully();
+    if (!isSuccess || end == core::statuses::completedSuccessfully()) return status;
+    output = nullptr;
+    return end;
+}
+
 Status RequestDesk::run(Job& job, std::unique_ptr<XmlElement> request,
                         std::unique_ptr<XmlElement>& output) {
-    try {
+    return guarded([&] {
         core::Device::Devices devices;
         Status selection = select(dynamic_cast<const XmlObject&>(*request), devices);
         if (!(selection == core::statuses::completedSuccessfully())) return selection;
         job.setDevices(std::move(devices));
         job.setRequest(std::move(request));
         return job.run(output);
-    } catch (const Status& status) {
-        return status;
-    } catch (const std::exception& exception) {
-        return {core::status_categories::SYSTEM, EIO, exception.what()};
-    }
+    });
 }
 
 Status RequestDesk::select(const XmlObject& request, core::Device::Devices& devices) {

@@ -251,5 +251,69 @@ TEST_F(RequestDeskTest, TellsAnotherExceptionAsASystemError) {
                                            R"(</Object></Object>)");
 }
 
+/// A desk whose requests end as they are told to.
+class FinishingDeskTest : public RequestDeskTest {
+protected:
+    std::string serveFinishing(const std::string& text) {
+        auto answer = finishingDesk.serve(text);
+        answer->removeAttribute("identifier");
+        std::string written;
+        answer->toXml(written);
+        return written;
+    }
+
+    int ends = 0;
+    Status end;
+    bool throwsEnd = false;
+    RequestDesk finishingDesk{manager, registry, [this] {
+                                  ++ends;
+                                  if (throwsEnd) throw end;
+                                  return end;
+                              }};
+};
+
+constexpr const char* NOTHING_KEPT = R"(<Object category="Job" name="List">)"
+                                     R"(<Property name="State" value="7"/>)"
+                                     R"(<Property name="Progress" value="0"/>)"
+                                     R"(<Object category="status">)"
+                                     R"(<Property name="Category" value="10"/>)"
+                                     R"(<Property name="Code" value="168"/>)"
+                                     R"(<Property name="Message" value="full"/>)"
+                                     R"(</Object></Object>)";
+
+TEST_F(FinishingDeskTest, FinishesEachRequestWhateverBecameOfIt) {
+    addJob("Fail", [](const Job&, auto&) { return Status(10, 3, "no"); });
+    addJob("Throw", [](const Job&, auto&) -> Status { throw Status(10, 14, "thrown"); });
+    for (const char* job : {"List", "Fail", "Throw"})
+        serveFinishing(request(job, ""));
+    EXPECT_EQ(ends, 3);
+}
+
+TEST_F(FinishingDeskTest, FinishesNothingForARequestWithoutAJob) {
+    serveFinishing("<");
+    serveFinishing(request("Nothing", ""));
+    EXPECT_EQ(ends, 0);
+}
+
+TEST_F(FinishingDeskTest, ARequestThatCannotBeFinishedHasThatStatusAndNoOutput) {
+    end = Status(10, 168, "full");
+    EXPECT_EQ(serveFinishing(request("List", "")), NOTHING_KEPT);
+    throwsEnd = true;
+    EXPECT_EQ(serveFinishing(request("List", "")), NOTHING_KEPT);
+}
+
+TEST_F(FinishingDeskTest, AFailureOfTheJobIsToldBeforeAFailureToFinish) {
+    addJob("Fail", [](const Job&, auto&) { return Status(10, 3, "no"); });
+    end = Status(10, 168, "full");
+    EXPECT_EQ(serveFinishing(request("Fail", "")), R"(<Object category="Job" name="Fail">)"
+                                                   R"(<Property name="State" value="7"/>)"
+                                                   R"(<Property name="Progress" value="0"/>)"
+                                                   R"(<Object category="status">)"
+                                                   R"(<Property name="Category" value="10"/>)"
+                                                   R"(<Property name="Code" value="3"/>)"
+                                                   R"(<Property name="Message" value="no"/>)"
+                                                   R"(</Object></Object>)");
+}
+
 }  // namespace
 }  // namespace orvel::interfaces::orveli::library
