@@ -4,6 +4,7 @@
 #include "core/Strings.h"
 
 #include <boost/algorithm/string/trim.hpp>
+#include <boost/multiprecision/cpp_int.hpp>
 
 #include <algorithm>
 #include <cstddef>
@@ -31,6 +32,10 @@ void swapPairs(std::string& text) {
 
 }  // namespace
 
+std::string toText(Number128 number) {
+    return boost::multiprecision::uint128_t(number).str();
+}
+
 std::uint64_t readNumber(const core::Payload& structure, const Field& field) {
     std::uint64_t number = 0;
     unsigned shift = 0;
@@ -43,9 +48,13 @@ std::uint64_t readNumber(const core::Payload& structure, const Field& field) {
 }
 
 Number128 readWideNumber(const core::Payload& structure, const Field& field) {
-    const auto bytes = bytesOf(structure, field);
     Number128 number = 0;
-    boost::multiprecision::import_bits(number, bytes.begin(), bytes.end(), BITS_PER_BYTE, false);
+    unsigned shift = 0;
+    for (const std::uint8_t byte :
+         bytesOf(structure, field).first(std::min<std::size_t>(field.size, sizeof number))) {
+        number |= static_cast<Number128>(byte) << shift;
+        shift += BITS_PER_BYTE;
+    }
     return number;
 }
 
@@ -68,7 +77,7 @@ std::string valueAsText(const core::Payload& structure, const Field& field) {
     case Encoding::NUMBER:
         return core::strings::toString(readNumber(structure, field));
     case Encoding::WIDE_NUMBER:
-        return readWideNumber(structure, field).str();
+        return toText(readWideNumber(structure, field));
     case Encoding::TEXT:
     case Encoding::SWAPPED_TEXT:
         return readText(structure, field);

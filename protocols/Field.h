@@ -3,15 +3,17 @@
 
 #include "core/Payload.h"
 
-#include <boost/multiprecision/cpp_int.hpp>
-
 #include <cstdint>
 #include <span>
 #include <string>
 
 namespace orvel::protocols {
 
-using Number128 = boost::multiprecision::uint128_t;
+/// The compiler's own: a class would cost every source unit that looks at a structure a second.
+__extension__ using Number128 = unsigned __int128;
+
+/// In decimal.
+std::string toText(Number128 number);
 
 /// How the bytes of a field are to be read.
 enum class Encoding {

@@ -30,7 +30,7 @@ TEST(Field, ReadsNumbersLittleEndian) {
                                              "\x09\x00\x00\x00\x00\x00\x00\x80",
                                              16));
     EXPECT_EQ(readNumber(wide, BIG), 0x0807060504030201U);
-    EXPECT_EQ(readWideNumber(wide, BIG).str(), "170141183460469231898286438075022377473");
+    EXPECT_EQ(toText(readWideNumber(wide, BIG)), "170141183460469231898286438075022377473");
 }
 
 TEST(Field, ReadsTextWithoutItsFilling) {
@@ -62,11 +62,17 @@ TEST(Field, ShowsEachEncodingAsText) {
     EXPECT_EQ(valueAsText(payload("\x01\x02\xAB\x04\x05"), BYTES), "02AB04");
 }
 
+TEST(Field, TellsWideNumbersInDecimal) {
+    EXPECT_EQ(toText(0), "0");
+    EXPECT_EQ(toText(10), "10");
+    EXPECT_EQ(toText(~Number128(0)), "340282366920938463463374607431768211455");
+}
+
 TEST(Field, WritesWhatItReads) {
     const Payload structure(16);
     writeNumber(structure, NUMBER, 0xABCD1234U);
     EXPECT_EQ(structure, payload(std::string("\x00\x34\x12\x00", 4) + std::string(12, '\0')));
-    writeWideNumber(structure, BIG, Number128("170141183460469231898286438075022377473"));
+    writeWideNumber(structure, BIG, Number128(0x8000000000000009U) << 64 | 0x0807060504030201U);
     EXPECT_EQ(structure, payload(std::string("\x01\x02\x03\x04\x05\x06\x07\x08"
                                              "\x09\x00\x00\x00\x00\x00\x00\x80",
                                              16)));
