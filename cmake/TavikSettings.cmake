@@ -6,7 +6,6 @@ option(TAVIK_LINK_VMKMGMT "Link the ESXi host's management library libvmkmgmt.so
 set(TAVIK_VMKMGMT_DIR "" CACHE PATH "Folder of libvmkmgmt.so where the linker does not look by itself")
 option(TAVIK_BUILD_TESTS "Build the tests" ON)
 option(TAVIK_BUILD_BENCH "Build the benchmarks" OFF)
-option(TAVIK_BUILD_DEMO "Build the ready-made feature library that answers without any drive" OFF)
 option(TAVIK_BUILD_FUZZERS "Build the fuzz targets (clang only)" OFF)
 set(TAVIK_SANITIZE "" CACHE STRING "Sanitizers for every target, as -fsanitize takes them, such as address,undefined")
 option(TAVIK_COVERAGE "Count the lines that run, for gcov (gcc only)" OFF)

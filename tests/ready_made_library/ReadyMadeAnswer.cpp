@@ -1,6 +1,6 @@
-#include "demo/ReadyMadeAnswer.h"
+#include "tests/ready_made_library/ReadyMadeAnswer.h"
 
-namespace tavik::demo {
+namespace tavik::testing {
 
 namespace {
 
@@ -49,4 +49,4 @@ std::string readyMadeAnswer(std::string_view request) {
     return answer;
 }
 
-}  // namespace tavik::demo
+}  // namespace tavik::testing

@@ -1,5 +1,5 @@
-// A feature library with ready-made answers, to try the tool on a machine without such drives.
-#include "demo/ReadyMadeAnswer.h"
+// A feature library with ready-made answers, for tests of the way to a library and back.
+#include "tests/ready_made_library/ReadyMadeAnswer.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -45,7 +45,7 @@ void Unload() {
 void SendXMLMessage(const char* request, std::uint32_t length, std::uint64_t* handle) {
     static std::uint64_t lastHandle = 0;
     *handle = ++lastHandle;
-    answers()[*handle] = tavik::demo::readyMadeAnswer(std::string_view(request, length));
+    answers()[*handle] = tavik::testing::readyMadeAnswer(std::string_view(request, length));
 }
 
 std::uint32_t ReceiveXMLMessage(std::uint64_t handle, char* buffer, std::uint32_t* size) {

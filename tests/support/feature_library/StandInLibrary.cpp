@@ -16,7 +16,7 @@
 // of each request: `request.xml`, `request.2.xml` and so on.
 //
 // Each export can be left out with a macro, such as WITHOUT_GetVer.
-#include "demo/ReadyMadeAnswer.h"
+#include "tests/ready_made_library/ReadyMadeAnswer.h"
 
 #include <unistd.h>
 
@@ -129,7 +129,7 @@ void SendXMLMessage(const char* request, std::uint32_t length, std::uint64_t* ha
 
     auto answer = order(numbered("reply", count));
     if (!answer) answer = order("reply.xml");
-    answers()[*handle] = answer ? *std::move(answer) : tavik::demo::readyMadeAnswer(text);
+    answers()[*handle] = answer ? *std::move(answer) : tavik::testing::readyMadeAnswer(text);
 }
 #endif
 
