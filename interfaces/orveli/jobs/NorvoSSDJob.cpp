@@ -1,0 +1,207 @@
+#include "interfaces/orveli/jobs/NorvoSSDJob.h"
+
+#include "core/Strings.h"
+#include "core/xml/Vocabulary.h"
+#include "features/DeviceAttributes.h"
+#include "features/FeatureStatuses.h"
+#include "features/JobConstants.h"
+#include "features/JobProperties.h"
+#include "interfaces/orveli/jobs/AtaAccess.h"
+#include "interfaces/orveli/jobs/DriveSettings.h"
+#include "interfaces/orveli/jobs/EnduranceEstimate.h"
+#include "interfaces/orveli/jobs/NvmeAccess.h"
+#include "protocols/ata/Smart.h"
+#include "protocols/nvme/Structures.h"
+
+#include <boost/algorithm/string/case_conv.hpp>
+
+#include <cstdint>
+#include <functional>
+#include <locale>
+#include <map>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace orvel::interfaces::orveli::jobs {
+
+using core::Attribute;
+using core::Device;
+using core::Status;
+using core::xml::XmlObject;
+namespace attributes = orvel::features::device_attributes;
+namespace ata = protocols::ata;
+namespace nvme = protocols::nvme;
+namespace statuses = orvel::features::statuses;
+
+namespace {
+
+constexpr const char* TITLE = "Norvo SSD";
+constexpr char FOLDER_SEPARATOR = '~';
+
+bool isNamed(const Attribute& attribute, const std::string& name) {
+    return core::strings::equals(attribute.getName(), name, true);
+}
+
+std::string lowered(const std::string& name) {
+    return boost::algorithm::to_lower_copy(name, std::locale::classic());
+}
+
+/// For programs, and in part of a thousand bytes: nothing to show.
+bool isHidden(const Attribute& attribute) {
+    return attribute.getType() == core::types::bytepointer();
+}
+
+const Attribute* findAttributeOf(const Device& device, const std::string& name) {
+    if (const Attribute* exact = device.getAttributes().find(name)) return exact;
+    for (const Attribute& attribute : device.getAttributes()) {
+        if (isNamed(attribute, name)) return &attribute;
+    }
+    return nullptr;
+}
+
+bool hasNvmeWarning(Device& device) {
+    nvme::LogPageRequest request;
+    request.logPage = nvme::log_pages::SMART_HEALTH_INFORMATION;
+    request.bytes = nvme::smart_health_log::SIZE;
+    request.retainAsynchronousEvent = true;
+    const auto answer = nvme_access::ask(device, nvme::getLogPage(request));
+    return answer.completion.isSuccess() && answer.data.size() >= nvme::smart_health_log::SIZE &&
+           protocols::readNumber(answer.data, nvme::smart_health_log::CriticalWarning) != 0;
+}
+
+bool exceedsSmartThreshold(Device& device) {
+    if (!device.isSet(attributes::SMARTEnabled())) return false;
+    const auto answer = ata_access::ask(device, ata::smartReturnStatus());
+    return answer.returned.isSuccess() &&
+           ata::smartHealth(answer.returned) == ata::SmartHealth::THRESHOLD_EXCEEDED;
+}
+
+/// The property, or nothing if it can't be read.
+std::optional<Attribute> tryTo(const std::function<Attribute()>& read) {
+    try {
+        return read();
+    } catch (const Status&) {
+        return std::nullopt;
+    }
+}
+
+/// The property, or one with the failure's words.
+void addOrExplain(XmlObject& drive, const Attribute& descriptor,
+                  const std::function<Attribute()>& read) {
+    try {
+        drive.addProperty(core::XmlConverter::toXml(read()));
+    } catch (const Status& status) {
+        drive.addValue(descriptor.getName(), status.getMessage());
+    }
+}
+
+Attribute withText(Attribute descriptor, const std::string& text) {
+    descriptor.setValue(text);
+    return descriptor;
+}
+
+}  // namespace
+
+// clang-format off
+const NorvoSSDJob::Finding NorvoSSDJob::FINDINGS[] = {
+//   descriptor                                                    value
+    {&attributes::DeviceStatus,                                    &NorvoSSDJob::deviceStatus},
+    {&attributes::EnduranceAnalyzer,                               &NorvoSSDJob::enduranceAnalyzer},
+    {&orvel::features::firmware_update::FirmwareUpdateAvailable,   &NorvoSSDJob::firmwareUpdateAvailable},
+};
+
+// clang-format on
+
+NorvoSSDJob::NorvoSSDJob(std::shared_ptr<const FirmwareCatalogue> catalogue)
+    : DriveJob(NorvoSSD, Kind::ANY, TITLE),
+      catalogue(std::move(catalogue)) {}
+
+std::unique_ptr<Job> NorvoSSDJob::clone() const {
+    return std::make_unique<NorvoSSDJob>(catalogue);
+}
+
+bool NorvoSSDJob::supports(const Device&) const {
+    return true;
+}
+
+Status NorvoSSDJob::runGetProperties(std::unique_ptr<core::xml::XmlElement>& response) {
+    return reportEach(response);
+}
+
+std::string NorvoSSDJob::keyOf(const Device& device) const {
+    return device.getAttribute(attributes::Index()).valueAsString();
+}
+
+Status NorvoSSDJob::report(Device& device, XmlObject& drive) {
+    const auto names = requestedNames();
+    if (names.empty()) addAll(device, drive);
+    for (const std::string& name : names)
+        addNamed(device, name, drive);
+    return {};
+}
+
+void NorvoSSDJob::addAll(Device& device, XmlObject& drive) const {
+    std::map<std::string, Attribute> all;  // by name in small letters
+    for (const Attribute& attribute : device.getAttributes()) {
+        if (!isHidden(attribute)) all.insert_or_assign(lowered(attribute.getName()), attribute);
+    }
+    const auto take = [&](const std::optional<Attribute>& attribute) {
+        if (attribute) all.insert_or_assign(lowered(attribute->getName()), *attribute);
+    };
+    for (const std::string& name : drive_settings::namesFor(device)) {
+        take(tryTo([&] {
+            return drive_settings::read(device, drive_settings::find(device, name).value());
+        }));
+    }
+    for (const Finding& finding : FINDINGS) {
+        take(tryTo([&] { return withText(finding.descriptor(), (this->*finding.value)(device)); }));
+    }
+    for (const auto& [name, attribute] : all)
+        drive.addProperty(core::XmlConverter::toXml(attribute));
+}
+
+void NorvoSSDJob::addNamed(Device& device, const std::string& name, XmlObject& drive) const {
+    for (const Finding& finding : FINDINGS) {
+        const Attribute descriptor = finding.descriptor();
+        if (!isNamed(descriptor, name)) continue;
+        addOrExplain(drive, descriptor,
+                     [&] { return withText(descriptor, (this->*finding.value)(device)); });
+        return;
+    }
+    if (const auto setting = drive_settings::find(device, name)) {
+        addOrExplain(drive, *setting, [&] { return drive_settings::read(device, *setting); });
+    } else if (const Attribute* attribute = findAttributeOf(device, name)) {
+        drive.addProperty(core::XmlConverter::toXml(*attribute));
+    } else {
+        drive.addValue(name, orvel::features::PROPERTY_NOT_FOUND);
+    }
+}
+
+/// What the identification met with counts first; then the drive's own judgement.
+std::string NorvoSSDJob::deviceStatus(Device& device) const {
+    const std::string identified = device.readText(attributes::DeviceStatus());
+    if (!device.readText(attributes::ErrorString()).empty()) return identified;
+    const bool isUnhealthy = (isNvme(device) && hasNvmeWarning(device)) ||
+                             (isAta(device) && exceedsSmartThreshold(device));
+    return isUnhealthy ? statuses::deviceUnhealthy().getMessage() : identified;
+}
+
+std::string NorvoSSDJob::enduranceAnalyzer(Device& device) const {
+    return expectedLife(readTimedWorkload(device));
+}
+
+std::string NorvoSSDJob::firmwareUpdateAvailable(Device& device) const {
+    const std::string product = device.readText(attributes::Product());
+    if (product.empty()) throw statuses::featureNotSupportedByDrive();
+    std::vector<std::string> folders;
+    const auto joined = findArgument(orvel::features::firmware_update::AdditionalModuleDirs());
+    if (joined && !joined->empty()) folders = core::strings::split(*joined, FOLDER_SEPARATOR);
+    const bool isNewer =
+        catalogue != nullptr &&
+        catalogue->newerVersion(product, device.readText(attributes::Firmware()), folders);
+    return (isNewer ? statuses::firmwareUpdateAvailable() : statuses::firmwareCurrent())
+        .getMessage();
+}
+
+}  // namespace orvel::interfaces::orveli::jobs
