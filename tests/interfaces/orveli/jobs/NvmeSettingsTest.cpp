@@ -26,6 +26,7 @@ Reply dword(std::uint32_t value) {
 Reply refused() {
     Reply reply;
     reply.nvmeStatus = {0, 2};
+    reply.dword0 = 0x05;  // means nothing beside a refusal
     return reply;
 }
 
@@ -346,7 +347,7 @@ TEST_F(NvmeSettings, ALatencyPageThatMakesNoSenseIsRefused) {
               "0/49 The IO command passed, but did not return the expected amount of data.");
 }
 
-TEST_F(NvmeSettings, ALatencyPageMayHaveThirtyOneBuckets) {
+TEST_F(NvmeSettings, ALatencyPageHasAtMostThirtyOneBuckets) {
     std::vector<Bucket> buckets;
     for (std::uint32_t i = 1; i <= 31; ++i)
         buckets.push_back({i, i});
@@ -354,6 +355,8 @@ TEST_F(NvmeSettings, ALatencyPageMayHaveThirtyOneBuckets) {
     drive.onNvme(GET_LOG_PAGE, 0xC1, {latencyPage(1, 31, buckets)});
     EXPECT_NE(statistics(drive, "true").find(R"(name="30 us - 31 us" value="31"/></Object>)"),
               std::string::npos);
+    drive.onNvme(GET_LOG_PAGE, 0xC1, {latencyPage(1, 32, buckets)});
+    EXPECT_EQ(statistics(drive, "true"), "10/33 Failed to retrieve data from selected device.");
 }
 
 // All.

@@ -171,7 +171,9 @@ TEST_F(SataSettings, PhySpeedRefusesOtherSpeedsAndThoseThatTheDriveLacks) {
     onIdentify({identified({{76, 0x0006}})});
     EXPECT_EQ(set<PhySpeedJob>(drive, {"PhySpeed", "string", "6"}), REFUSAL);
     EXPECT_EQ(sentCount(), 1U);
+    EXPECT_EQ(set<PhySpeedJob>(drive, {"PhySpeed", "string", "6.0"}), REFUSAL);
     EXPECT_EQ(set<PhySpeedJob>(drive, {"PhySpeed", "string", "3"}), INVALID_SCT_FEATURE);
+    EXPECT_EQ(set<PhySpeedJob>(drive, {"PhySpeed", "string", "3.0"}), INVALID_SCT_FEATURE);
 }
 
 // SpreadSpectrumClocking.
