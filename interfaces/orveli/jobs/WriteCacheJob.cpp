@@ -1,0 +1,72 @@
+#include "interfaces/orveli/jobs/WriteCacheJob.h"
+
+#include "features/FeatureStatuses.h"
+#include "features/JobConstants.h"
+#include "features/JobProperties.h"
+#include "interfaces/orveli/jobs/AtaAccess.h"
+#include "interfaces/orveli/jobs/SettingWrites.h"
+#include "protocols/ata/IdentifyDevice.h"
+
+namespace orvel::interfaces::orveli::jobs {
+
+using core::Device;
+namespace ata = protocols::ata;
+namespace identify_device = protocols::ata::identify_device;
+namespace properties = features::write_cache;
+namespace sct = protocols::ata::sct;
+namespace statuses = features::statuses;
+
+namespace {
+
+void requireWriteCache(Device& device) {
+    if (!identify_device::isSet(ata_access::identifyDevice(device),
+                                identify_device::word_82::VOLATILE_WRITE_CACHE))
+        throw statuses::writeCacheNotSupported();
+}
+
+void setBySetFeatures(Device& device, bool isWanted) {
+    ata_access::send(device,
+                     ata::setFeatures(isWanted ? ata::set_features::ENABLE_VOLATILE_WRITE_CACHE
+                                               : ata::set_features::DISABLE_VOLATILE_WRITE_CACHE));
+    const bool isEnabled = identify_device::isSet(ata_access::identifyDevice(device),
+                                                  identify_device::word_85::VOLATILE_WRITE_CACHE);
+    // SET FEATURES succeeds without an effect while the SCT feature decides.
+    if (isEnabled != isWanted) {
+        throw withWords(setting_writes::valueNotTaken(),
+                        properties::WriteCacheState().getName() + " may decide it.");
+    }
+}
+
+}  // namespace
+
+WriteCacheJob::WriteCacheJob() : SettingJob(WriteCache, Kind::ATA) {}
+
+std::unique_ptr<Job> WriteCacheJob::clone() const {
+    return std::make_unique<WriteCacheJob>();
+}
+
+core::Status WriteCacheJob::set(Device& device, const core::Attribute& property) {
+    if (isNamed(property, properties::WriteCacheEnabled())) {
+        const bool isWanted = booleanOf(property);
+        requireWriteCache(device);
+        setBySetFeatures(device, isWanted);
+        return {};
+    }
+    setting_writes::SctSetting setting{sct::Feature::WRITE_CACHE, 0};
+    if (isNamed(property, properties::WriteCacheState())) {
+        const Range states{sct::write_cache_state::BY_SET_FEATURES,
+                           sct::write_cache_state::DISABLED};
+        setting.state = static_cast<std::uint16_t>(
+            numberOf(property, states, statuses::invalidWriteCacheState()));
+    } else {
+        requireName(property, properties::WriteCacheReorderingStateEnabled());
+        setting.feature = sct::Feature::WRITE_CACHE_REORDERING;
+        setting.state = booleanOf(property) ? sct::write_cache_reordering_state::ENABLED
+                                            : sct::write_cache_reordering_state::DISABLED;
+    }
+    requireWriteCache(device);
+    setting_writes::setAndCheck(device, setting, statuses::invalidSctFeatureControlCommand());
+    return {};
+}
+
+}  // namespace orvel::interfaces::orveli::jobs
