@@ -3,6 +3,7 @@
 
 #include "interfaces/orveli/jobs/DriveJob.h"
 
+#include <cstdint>
 #include <memory>
 
 namespace orvel::interfaces::orveli::jobs {

@@ -19,9 +19,12 @@ namespace {
 
 /// The standard's words; with the identifier where these don't tell one counter from another.
 std::string nameOf(const ata::PhyEventCounter& counter) {
-    constexpr std::uint16_t LAST_STANDARD = 0x013;
+    constexpr std::uint16_t RESERVED = 0x0FFF;
+    constexpr std::uint16_t VENDOR_SPECIFIC = 0x8000;
     const std::string words = ata::phyEventCounterName(counter.id);
-    if (counter.id <= LAST_STANDARD) return words;
+    const bool isNamed = words != ata::phyEventCounterName(RESERVED) &&
+                         words != ata::phyEventCounterName(VENDOR_SPECIFIC);
+    if (isNamed) return words;
     return words + " 0x" + core::strings::toHexString(counter.id, 4);
 }
 
