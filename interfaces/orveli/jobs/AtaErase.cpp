@@ -1,0 +1,175 @@
+#include "interfaces/orveli/jobs/AtaErase.h"
+
+#include "features/FeatureStatuses.h"
+#include "interfaces/orveli/jobs/AtaAccess.h"
+#include "interfaces/orveli/jobs/StatusWords.h"
+#include "interfaces/orveli/jobs/TimeLimit.h"
+#include "protocols/ata/IdentifyDevice.h"
+#include "protocols/ata/StatusCodes.h"
+#include "protocols/ata/Structures.h"
+
+#include <string_view>
+#include <utility>
+
+namespace orvel::interfaces::orveli::jobs {
+
+using core::Payload;
+using core::Status;
+using namespace protocols::ata;
+namespace statuses = orvel::features::statuses;
+namespace id = identify_device;
+
+namespace {
+
+/// SECURITY ERASE UNIT wants a password. It is no secret: should power fail in between, somebody
+/// has to type it elsewhere.
+constexpr std::string_view PASSWORD = "tavik";
+
+Payload password() {
+    return {PASSWORD.data(), static_cast<std::uint32_t>(PASSWORD.size())};
+}
+
+bool supportsSanitize(const Payload& identify) {
+    return isSet(identify, id::word_59::SANITIZE);
+}
+
+bool isFrozen(const ReturnedTaskFile& sanitizeStatus) {
+    return (sanitizeStatus.count & sanitize_status::FROZEN) != 0;
+}
+
+Status sanitizeRefusal(const ReturnedTaskFile& returned) {
+    constexpr std::uint64_t REASON = 0xFF;
+    constexpr std::uint16_t FROZEN_REASON = 0x03;
+    const auto reason = static_cast<std::uint16_t>(returned.lba & REASON);
+    if (reason == FROZEN_REASON) return statuses::sanitizeFrozen();
+    return withWords(statuses::sanitizeFailed(), statusText(StatusType::SANITIZE_ERROR, reason));
+}
+
+void requireSanitize(const Payload& identify, AtaErase::Sanitize method) {
+    if (!supportsSanitize(identify)) throw statuses::sanitizeNotSupported();
+    if (method == AtaErase::Sanitize::CRYPTO_SCRAMBLE &&
+        !isSet(identify, id::word_59::CRYPTO_SCRAMBLE_EXT)) {
+        throw statuses::sanitizeCryptoScrambleNotSupported();
+    }
+    if (method == AtaErase::Sanitize::BLOCK_ERASE &&
+        !isSet(identify, id::word_59::BLOCK_ERASE_EXT)) {
+        throw statuses::sanitizeBlockEraseNotSupported();
+    }
+}
+
+void requireSecureErase(const Payload& identify, EraseMode mode) {
+    if (!isSet(identify, id::word_128::SUPPORTED)) throw statuses::ataSecurityNotSupported();
+    if (isSet(identify, id::word_128::FROZEN)) throw statuses::securityFrozen();
+    // A new password would take the place of the owner's, who needs it if the erase fails.
+    if (isSet(identify, id::word_128::ENABLED))
+        throw withWords(statuses::securitySetPasswordFailed(), "The drive has a password already.");
+    if (mode == EraseMode::ENHANCED && !isSet(identify, id::word_128::ENHANCED_ERASE))
+        throw withWords(statuses::invalidProperty(), "The drive has no enhanced erase mode.");
+}
+
+/// Twice what the drive tells, at least an hour.
+std::int32_t eraseSeconds(const Payload& identify, EraseMode mode) {
+    constexpr int MARGIN = 2;
+    constexpr int SECONDS_PER_UNIT = 120;
+    constexpr int HOUR = 3600;
+    const bool isNormal = mode == EraseMode::NORMAL;
+    const bool isLongForm = isSet(identify, isNormal ? id::word_89::EXTENDED_TIME_REPORTED
+                                                     : id::word_90::EXTENDED_TIME_REPORTED);
+    const id::Bits& shortTime = isNormal ? id::word_89::TIME : id::word_90::TIME;
+    const id::Bits& longTime = isNormal ? id::word_89::EXTENDED_TIME : id::word_90::EXTENDED_TIME;
+    const int units = readBits(identify, isLongForm ? longTime : shortTime);
+    return HOUR + MARGIN * SECONDS_PER_UNIT * units;
+}
+
+/// Whether the drive carried the command out; a drive that can't be reached did not.
+bool isDone(core::Device& device, const AtaCommand& command, const Payload& input = {}) {
+    try {
+        return ata_access::ask(device, command, input).returned.isSuccess();
+    } catch (const Status&) {
+        return false;
+    }
+}
+
+}  // namespace
+
+AtaErase::AtaErase(core::Device& device, Pause pause, Progress progress)
+    : device(device),
+      pause(std::move(pause)),
+      progress(std::move(progress)) {}
+
+void AtaErase::eraseAnyWay() {
+    const Payload identify = ata_access::identifyDevice(device);
+    // Sanitize would work on such a drive. But somebody has locked it against being erased, and
+    // whoever wants it erased is to take the lock off first.
+    if (isSet(identify, id::word_128::FROZEN)) throw statuses::securityFrozen();
+    const bool canSanitize =
+        supportsSanitize(identify) && isSet(identify, id::word_59::BLOCK_ERASE_EXT);
+    const bool canSecureErase = isSet(identify, id::word_128::SUPPORTED);
+    if (canSanitize && (!canSecureErase || !isFrozen(sanitizeStatus()))) {
+        sanitize(Sanitize::BLOCK_ERASE);
+    } else {
+        secureErase(EraseMode::NORMAL);
+    }
+}
+
+ReturnedTaskFile AtaErase::sanitizeStatus() {
+    return ata_access::ask(device, sanitizeStatusExt(SanitizeFailure::KEEP)).returned;
+}
+
+void AtaErase::sanitize(Sanitize method) {
+    requireSanitize(ata_access::identifyDevice(device), method);
+    if (isFrozen(sanitizeStatus())) throw statuses::sanitizeFrozen();
+    // So that a failure doesn't leave a drive that takes no other command.
+    constexpr auto MODE = SanitizeFailureMode::STATUS_EXT_SUFFICES;
+    const auto answer = ata_access::ask(
+        device, method == Sanitize::BLOCK_ERASE ? blockEraseExt(MODE) : cryptoScrambleExt(MODE));
+    if (!answer.returned.isSuccess()) throw sanitizeRefusal(answer.returned);
+    waitForSanitize();
+}
+
+void AtaErase::waitForSanitize() {
+    constexpr std::chrono::milliseconds BETWEEN_LOOKS{500};
+    constexpr int MAX_LOOKS = 4 * 60 * 60 * 2;
+    constexpr std::uint64_t PARTS_MASK = sanitize_status::PROGRESS_PARTS - 1;
+    constexpr std::uint64_t WHOLE = 100;
+    for (int look = 0; look < MAX_LOOKS; ++look) {
+        const ReturnedTaskFile now = sanitizeStatus();
+        if (!now.isSuccess()) throw sanitizeRefusal(now);
+        if ((now.count & sanitize_status::IN_PROGRESS) == 0) {
+            if ((now.count & sanitize_status::COMPLETED_WITHOUT_ERROR) == 0)
+                throw statuses::sanitizeFailed();
+            return;
+        }
+        progress(static_cast<std::uint8_t>((now.lba & PARTS_MASK) * WHOLE /
+                                           sanitize_status::PROGRESS_PARTS));
+        pause(BETWEEN_LOOKS);
+    }
+    throw statuses::sanitizeFailedForUnknownReason();
+}
+
+void AtaErase::secureErase(EraseMode mode) {
+    const Payload identify = ata_access::identifyDevice(device);
+    requireSecureErase(identify, mode);
+    const auto data = userPasswordData(password(), MasterPasswordCapability::HIGH);
+    if (!isDone(device, securitySetPassword(), data)) throw statuses::securitySetPasswordFailed();
+    const TimeLimit limit(device, AtaCommand::COMMAND_SET, eraseSeconds(identify, mode));
+    prepareAndErase(mode);
+}
+
+/// The erase takes the password away. Where it fails, nobody is to be locked out.
+void AtaErase::prepareAndErase(EraseMode mode) {
+    if (!isDone(device, securityErasePrepare()))
+        throw withoutPassword(statuses::secureErasePrepareFailed());
+    const auto data = eraseUnitData(PasswordKind::USER, password(), mode);
+    if (!isDone(device, securityEraseUnit(), data))
+        throw withoutPassword(statuses::secureEraseUnitFailed());
+}
+
+Status AtaErase::withoutPassword(const Status& failure) {
+    const auto data = disablePasswordData(PasswordKind::USER, password());
+    if (isDone(device, securityDisablePassword(), data)) return failure;
+    return withWords(failure, "The drive has kept the user password \"" + std::string(PASSWORD) +
+                                  "\", which was set for the erase.");
+}
+
+}  // namespace orvel::interfaces::orveli::jobs

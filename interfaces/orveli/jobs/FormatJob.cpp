@@ -1,0 +1,140 @@
+#include "interfaces/orveli/jobs/FormatJob.h"
+
+#include "core/CoreStatuses.h"
+#include "core/Strings.h"
+#include "features/FeatureStatuses.h"
+#include "features/JobConstants.h"
+#include "features/JobProperties.h"
+#include "interfaces/orveli/jobs/AtaErase.h"
+#include "interfaces/orveli/jobs/NamespaceNumber.h"
+
+#include <charconv>
+#include <utility>
+
+namespace orvel::interfaces::orveli::jobs {
+
+using core::Device;
+using core::Status;
+using core::xml::XmlObject;
+namespace arguments = features::format;
+namespace statuses = features::statuses;
+namespace types = features::format::types;
+namespace secure_erase = protocols::nvme::secure_erase;
+
+FormatJob::FormatJob(Pause pause)
+    : DriveJob(Format, Kind::ANY, "Format"),
+      pause(std::move(pause)) {}
+
+std::unique_ptr<Job> FormatJob::clone() const {
+    return std::make_unique<FormatJob>(pause);
+}
+
+Status FormatJob::runMethod(std::unique_ptr<core::xml::XmlElement>& response) {
+    return reportEach(response);
+}
+
+FormatJob::Type FormatJob::wantedType() const {
+    const std::string word = findArgument(arguments::Type()).value_or("");
+    const auto is = [&](const char* one) { return core::strings::equals(word, one, true); };
+    if (is(types::DELETE_TYPE)) return Type::DELETE_ALL;
+    if (is(types::NVME_FORMAT)) return Type::NVME_FORMAT;
+    if (is(types::ATA_SANITIZE)) return Type::ATA_SANITIZE;
+    if (is(types::ATA_SECURE_ERASE)) return Type::ATA_SECURE_ERASE;
+    throw statuses::invalidFormatType();
+}
+
+bool FormatJob::isWanted(const core::Attribute& flag) const {
+    return core::strings::toBool(findArgument(flag).value_or(""));
+}
+
+std::uint32_t FormatJob::wantedNamespace() const {
+    const auto text = findArgument(features::namespace_management::NamespaceId());
+    return text ? readNamespaceNumber(*text) : protocols::nvme::ALL_NAMESPACES;
+}
+
+std::optional<std::uint8_t> FormatJob::setting(const core::Attribute& descriptor,
+                                               std::uint64_t maximum,
+                                               const Status& otherwise) const {
+    const auto text = findArgument(descriptor);
+    if (!text) return std::nullopt;
+    std::uint8_t number = 0;
+    const char* end = text->data() + text->size();
+    const auto [stop, error] = std::from_chars(text->data(), end, number);
+    if (error != std::errc() || stop != end || number > maximum) throw otherwise;
+    return number;
+}
+
+NvmeFormat FormatJob::wantedFormat() const {
+    constexpr std::uint64_t MAX_LBA_FORMAT = 15;
+    constexpr std::uint64_t MAX_PROTECTION_TYPE = 3;
+    const auto secureErase = setting(arguments::SecureEraseSetting(), secure_erase::CRYPTOGRAPHIC,
+                                     statuses::invalidSecureEraseSetting());
+    return {
+        .nsid = wantedNamespace(),
+        .secureErase = secureErase.value_or(secure_erase::NONE),
+        .lbaFormat = setting(arguments::LBAFormat(), MAX_LBA_FORMAT, statuses::invalidLbaFormat()),
+        .protectionInformation = setting(arguments::ProtectionInformation(), MAX_PROTECTION_TYPE,
+                                         statuses::invalidProtectionInformation()),
+        .protectionInformationLocation = setting(arguments::ProtectionInformationLocation(), 1,
+                                                 statuses::invalidProtectionInformationLocation()),
+        .metadataSettings =
+            setting(arguments::MetadataSettings(), 1, statuses::invalidMetadataSettings()),
+    };
+}
+
+Status FormatJob::report(Device& device, XmlObject& drive) {
+    const Type type = wantedType();
+    const bool isForAnyDrive = type == Type::DELETE_ALL;
+    const bool isForNvme = isForAnyDrive || type == Type::NVME_FORMAT;
+    const bool isForAta = isForAnyDrive || type != Type::NVME_FORMAT;
+    if (isNvme(device) ? !isForNvme : !isForAta) throw statuses::featureNotSupportedByDrive();
+    requireNoRaidMember(device);
+    const NvmeFormat format = wantedFormat();
+    if (device.checkPartitions() == core::statuses::deviceHasPartitions() &&
+        !isWanted(arguments::Force())) {
+        throw statuses::driveContainsPartition();
+    }
+    if (!isNvme(device)) {
+        erase(device, type);
+    } else if (type == Type::DELETE_ALL) {
+        deleteOnNvme(device, drive);
+    } else {
+        formatNamespaces(device, format);
+    }
+    return {};
+}
+
+/// What can't be reached from here must not pass for deleted.
+void FormatJob::deleteOnNvme(Device& device, XmlObject& drive) {
+    const std::uint32_t nsid = wantedNamespace();
+    const bool isForAll = nsid == protocols::nvme::ALL_NAMESPACES;
+    const auto kept = isForAll ? detachedNamespaces(device) : std::vector<std::uint32_t>{};
+    formatNamespaces(device, {.nsid = nsid, .secureErase = secure_erase::USER_DATA});
+    if (kept.empty()) return;
+    std::string numbers;
+    for (const std::uint32_t one : kept)
+        numbers += (numbers.empty() ? "" : ", ") + std::to_string(one);
+    drive.addValue("Status", core::statuses::completedSuccessfully().getMessage());
+    drive.addValue("NotDeleted", "Namespaces that are not attached to the controller: " + numbers);
+}
+
+void FormatJob::erase(Device& device, Type type) {
+    AtaErase work(device, pause, [this](std::uint8_t percent) {
+        setProgress(percent);
+        reportProgress();
+    });
+    switch (type) {
+    case Type::ATA_SANITIZE:
+        return work.sanitize(isWanted(arguments::CryptoErase())
+                                 ? AtaErase::Sanitize::CRYPTO_SCRAMBLE
+                                 : AtaErase::Sanitize::BLOCK_ERASE);
+    case Type::ATA_SECURE_ERASE:
+        return work.secureErase(isWanted(arguments::EnhancedErase())
+                                    ? protocols::ata::EraseMode::ENHANCED
+                                    : protocols::ata::EraseMode::NORMAL);
+    default:
+        return work.eraseAnyWay();
+    }
+}
+
+}  // namespace orvel::interfaces::orveli::jobs
