@@ -2,30 +2,16 @@
 
 #include "core/CoreStatuses.h"
 #include "protocols/ata/Logs.h"
+#include "protocols/ata/SctCodes.h"
 #include "protocols/ata/Structures.h"
 
 namespace orvel::protocols::ata::sct {
 
 namespace {
 
-// Action codes.
-constexpr std::uint16_t ERROR_RECOVERY_CONTROL = 3;
-constexpr std::uint16_t FEATURE_CONTROL = 4;
-constexpr std::uint16_t DATA_TABLES = 5;
-
-// Function codes, of each action its own.
-constexpr std::uint16_t SET_TIMER = 1;
-constexpr std::uint16_t RETURN_TIMER = 2;
-constexpr std::uint16_t SET_STATE = 1;
-constexpr std::uint16_t RETURN_STATE = 2;
-constexpr std::uint16_t RETURN_OPTIONS = 3;
-constexpr std::uint16_t READ_TABLE = 1;
-
-constexpr std::uint16_t PRESERVE_OVER_POWER_CYCLES = 1U << 0;
-
 core::Payload recoveryRequest(std::uint16_t function, RecoveryTimer timer) {
     core::Payload request(sct_error_recovery_control::SIZE);
-    writeNumber(request, sct_error_recovery_control::ActionCode, ERROR_RECOVERY_CONTROL);
+    writeNumber(request, sct_error_recovery_control::ActionCode, actions::ERROR_RECOVERY_CONTROL);
     writeNumber(request, sct_error_recovery_control::FunctionCode, function);
     writeNumber(request, sct_error_recovery_control::SelectionCode,
                 static_cast<std::uint16_t>(timer));
@@ -34,7 +20,7 @@ core::Payload recoveryRequest(std::uint16_t function, RecoveryTimer timer) {
 
 core::Payload featureRequest(std::uint16_t function, Feature feature) {
     core::Payload request(sct_feature_control::SIZE);
-    writeNumber(request, sct_feature_control::ActionCode, FEATURE_CONTROL);
+    writeNumber(request, sct_feature_control::ActionCode, actions::FEATURE_CONTROL);
     writeNumber(request, sct_feature_control::FunctionCode, function);
     writeNumber(request, sct_feature_control::FeatureCode, static_cast<std::uint16_t>(feature));
     return request;
@@ -43,17 +29,17 @@ core::Payload featureRequest(std::uint16_t function, Feature feature) {
 }  // namespace
 
 core::Payload setRecoveryTime(RecoveryTimer timer, std::uint16_t timeLimit) {
-    core::Payload request = recoveryRequest(SET_TIMER, timer);
+    core::Payload request = recoveryRequest(recovery_functions::SET_TIMER, timer);
     writeNumber(request, sct_error_recovery_control::RecoveryTimeLimit, timeLimit);
     return request;
 }
 
 core::Payload returnRecoveryTime(RecoveryTimer timer) {
-    return recoveryRequest(RETURN_TIMER, timer);
+    return recoveryRequest(recovery_functions::RETURN_TIMER, timer);
 }
 
 core::Payload setFeature(Feature feature, std::uint16_t state, FeatureLifetime lifetime) {
-    core::Payload request = featureRequest(SET_STATE, feature);
+    core::Payload request = featureRequest(feature_functions::SET_STATE, feature);
     writeNumber(request, sct_feature_control::State, state);
     writeNumber(request, sct_feature_control::OptionFlags,
                 lifetime == FeatureLifetime::OVER_POWER_OFF ? PRESERVE_OVER_POWER_CYCLES : 0U);
@@ -61,17 +47,17 @@ core::Payload setFeature(Feature feature, std::uint16_t state, FeatureLifetime l
 }
 
 core::Payload returnFeatureState(Feature feature) {
-    return featureRequest(RETURN_STATE, feature);
+    return featureRequest(feature_functions::RETURN_STATE, feature);
 }
 
 core::Payload returnFeatureOptions(Feature feature) {
-    return featureRequest(RETURN_OPTIONS, feature);
+    return featureRequest(feature_functions::RETURN_OPTIONS, feature);
 }
 
 core::Payload readDataTable(std::uint16_t tableId) {
     core::Payload request(sct_data_table::SIZE);
-    writeNumber(request, sct_data_table::ActionCode, DATA_TABLES);
-    writeNumber(request, sct_data_table::FunctionCode, READ_TABLE);
+    writeNumber(request, sct_data_table::ActionCode, actions::DATA_TABLES);
+    writeNumber(request, sct_data_table::FunctionCode, table_functions::READ_TABLE);
     writeNumber(request, sct_data_table::TableID, tableId);
     return request;
 }
