@@ -57,13 +57,10 @@ std::optional<core::Payload> joinedImage(const NvmeDrive& drive) {
 /// The revision of the downloaded image; nothing if it isn't one. It may be followed by filling.
 std::optional<std::string> revisionOfImage(const NvmeDrive& drive) {
     const auto image = joinedImage(drive);
-    if (!image || image->size() < firmware_image::HEADER_SIZE) return {};
-    const bool isImage =
-        protocols::readText(*image, firmware_image::MAGIC) == firmware_image::MAGIC_TEXT &&
-        protocols::readNumber(*image, firmware_image::LENGTH) <= image->size();
-    const std::string revision = protocols::readText(*image, firmware_image::REVISION);
-    if (!isImage || revision.empty()) return {};
-    return revision;
+    if (!image) return {};
+    const auto header = readFirmwareImageHeader(*image);
+    if (!header || header->length > image->size()) return {};
+    return header->revision;
 }
 
 std::uint8_t numberOfSlots(const NvmeDrive& drive) {

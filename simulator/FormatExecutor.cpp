@@ -49,7 +49,7 @@ void applyFormat(const core::Payload& identify, const NamespaceFormat& format) {
         protocols::writeNumber(identify, in::NSZE, blocks);
         protocols::writeNumber(identify, in::NCAP, blocks);
     }
-    protocols::writeNumber(identify, in::NUSE, protocols::readNumber(identify, in::NCAP));
+    protocols::writeNumber(identify, in::NUSE, 0);
     writeBits(identify, in::FLBAS, flbas::FORMAT, format.lbaFormat);
     writeBits(identify, in::FLBAS, flbas::METADATA_AT_END, format.isExtended ? 1 : 0);
     writeBits(identify, in::DPS, dps::TYPE, format.protectionType);
@@ -106,6 +106,7 @@ NvmeAnswer executeFormatNvm(NvmeDrive& drive, const NvmeRequest& request) {
         applyFormat(drive.namespaces.at(nsid).identify, format);
         drive.changedNamespaces.insert(nsid);
     }
+    if (targets == attachedNamespaces(drive)) ++drive.eraseCount;
     return {};
 }
 

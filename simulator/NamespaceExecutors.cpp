@@ -91,10 +91,12 @@ NvmeAnswer create(NvmeDrive& drive, const core::Payload& wanted) {
 
 void remove(NvmeDrive& drive, std::uint32_t nsid) {
     const auto found = drive.namespaces.find(nsid);
+    const bool wasAttached = stateOf(drive, nsid) == NamespaceState::ATTACHED;
     protocols::writeWideNumber(drive.identifyController, ic::UNVMCAP,
                                unallocatedCapacity(drive) +
                                    protocols::readWideNumber(found->second.identify, in::NVMCAP));
     drive.namespaces.erase(found);
+    if (wasAttached && attachedNamespaces(drive).empty()) ++drive.eraseCount;
     drive.changedNamespaces.insert(nsid);
     for (auto& [id, feature] : drive.features) {
         if (!feature.isNamespaceSpecific) continue;

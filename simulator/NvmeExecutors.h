@@ -4,6 +4,7 @@
 
 #include "protocols/nvme/AdminCommand.h"
 #include "protocols/nvme/StatusCodes.h"
+#include "simulator/FirmwareImage.h"
 #include "simulator/NvmeDrive.h"
 
 #include <chrono>
@@ -108,16 +109,5 @@ std::uint8_t selfTestPercentage(const NvmeDrive& drive, std::chrono::millisecond
 
 /// Starts the firmware of a slot.
 void activateFirmware(NvmeDrive& drive, std::uint8_t slot);
-
-/// The image that Firmware Commit takes: a header, then anything. Invented for simulated drives.
-namespace firmware_image {
-inline constexpr char MAGIC_TEXT[] = "TAVIKSIM";
-inline constexpr protocols::Field MAGIC{"Magic", "TAVIKSIM", 0, 8, protocols::Encoding::TEXT};
-inline constexpr protocols::Field REVISION{"Revision", "Firmware Revision", 8, 8,
-                                           protocols::Encoding::TEXT};
-inline constexpr protocols::Field LENGTH{"Length", "Bytes of the whole image", 16, 4,
-                                         protocols::Encoding::NUMBER};
-inline constexpr std::uint32_t HEADER_SIZE = 20;
-}  // namespace firmware_image
 
 }  // namespace orvel::simulator

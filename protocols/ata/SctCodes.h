@@ -35,6 +35,7 @@ inline constexpr std::uint16_t PRESERVE_OVER_POWER_CYCLES = 1U << 0;
 namespace extended_status {
 inline constexpr std::uint16_t SUCCESS = 0x0000;
 inline constexpr std::uint16_t INVALID_FUNCTION = 0x0001;
+inline constexpr std::uint16_t BLOCK_COUNT_OVERFLOW = 0x0003;
 inline constexpr std::uint16_t INVALID_RECOVERY_FUNCTION = 0x0004;
 inline constexpr std::uint16_t INVALID_RECOVERY_SELECTION = 0x0005;
 inline constexpr std::uint16_t READ_TIMER_TOO_SHORT = 0x0006;

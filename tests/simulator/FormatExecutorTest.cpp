@@ -31,7 +31,7 @@ TEST(FormatExecutor, ChangesTheFormatAndKeepsTheCapacity) {
         const auto& identify = simulation.drive.namespaces.at(1).identify;
         EXPECT_EQ(get(identify, 0, 8), row.blocks);
         EXPECT_EQ(get(identify, 8, 8), row.blocks);
-        EXPECT_EQ(get(identify, 16, 8), row.blocks);
+        EXPECT_EQ(get(identify, 16, 8), 0U);
         EXPECT_EQ(get(identify, 26, 1), row.flbas);
         EXPECT_EQ(get(identify, 29, 1), row.dps);
         EXPECT_EQ(simulation.drive.changedNamespaces, std::set<std::uint32_t>{1});
