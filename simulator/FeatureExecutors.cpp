@@ -1,3 +1,4 @@
+#include "protocols/norvo/Vendor.h"
 #include "protocols/nvme/Features.h"
 #include "simulator/NvmeExecutors.h"
 
@@ -6,6 +7,7 @@
 namespace orvel::simulator {
 
 using namespace protocols::nvme;
+namespace vendor = protocols::norvo::feature_ids;
 
 namespace {
 
@@ -30,6 +32,12 @@ constexpr FeatureRow ROWS[] = {
     {features::INTERRUPT_VECTOR_CONFIGURATION,  0x0001FFFF, 0x0000FFFF},
     {features::WRITE_ATOMICITY,                 0x00000001, 0},
     {features::ASYNCHRONOUS_EVENT_CONFIGURATION, 0x00007FFF, 0},
+    {vendor::POWER_GOVERNOR,                    0xFFFFFFFF, 0},
+    {vendor::MAXIMUM_LBA,                       0xFFFFFFFF, 0},
+    {vendor::RESET_TIMED_WORKLOAD,              0xFFFFFFFF, 0},
+    {vendor::RESET_CRC_ERROR_COUNT,             0xFFFFFFFF, 0},
+    {vendor::SMBUS_ADDRESS,                     0xFFFFFFFF, 0},
+    {vendor::LATENCY_TRACKING,                  0xFFFFFFFF, 0},
 };
 
 // clang-format on
@@ -58,11 +66,6 @@ std::uint32_t defaultValue(const NvmeFeature& feature, std::uint32_t part) {
 std::uint32_t savedValue(const NvmeFeature& feature, std::uint32_t part) {
     const auto found = feature.saved.find(part);
     return found != feature.saved.end() ? found->second : defaultValue(feature, part);
-}
-
-std::uint32_t currentValue(const NvmeFeature& feature, std::uint32_t part) {
-    const auto found = feature.current.find(part);
-    return found != feature.current.end() ? found->second : savedValue(feature, part);
 }
 
 /// Bit 0: saveable, bit 1: namespace specific, bit 2: changeable (5.13).
@@ -151,10 +154,17 @@ StatusCode checkChange(const NvmeDrive& drive, const NvmeFeature& feature, const
         const StatusCode status = checkNamespace(drive, fields.nsid);
         if (status != status_codes::SUCCESSFUL_COMPLETION) return status;
     }
-    return checkValue(drive, row.feature, fields.cdw11 & row.bits);
+    const StatusCode status = checkValue(drive, row.feature, fields.cdw11 & row.bits);
+    if (status != status_codes::SUCCESSFUL_COMPLETION) return status;
+    return checkVendorFeature(drive, row.feature, fields);
 }
 
 }  // namespace
+
+std::uint32_t currentValue(const NvmeFeature& feature, std::uint32_t part) {
+    const auto found = feature.current.find(part);
+    return found != feature.current.end() ? found->second : savedValue(feature, part);
+}
 
 NvmeAnswer executeGetFeatures(NvmeDrive& drive, const NvmeRequest& request) {
     const AdminCommandFields& fields = request.fields;
@@ -191,6 +201,7 @@ NvmeAnswer executeGetFeatures(NvmeDrive& drive, const NvmeRequest& request) {
     default:
         return refusal(status_codes::INVALID_FIELD_IN_COMMAND);
     }
+    answer.dword0 = vendorFeatureValue(drive, row->feature, select).value_or(answer.dword0);
     return answer;
 }
 
@@ -205,11 +216,15 @@ NvmeAnswer executeSetFeatures(NvmeDrive& drive, const NvmeRequest& request) {
     const auto parts = partsToSet(drive, feature, *row, fields);
     if (parts.empty()) return refusal(status_codes::INVALID_FIELD_IN_COMMAND);
 
+    const FeatureStorage storage = applyVendorFeature(drive, row->feature, fields);
+    if (storage == FeatureStorage::NONE) return {};
+    const bool isSaved =
+        storage == FeatureStorage::SAVED || readBits(fields.cdw10, set_features_cdw10::SV) != 0;
     for (const std::uint32_t part : parts) {
         const std::uint32_t partInValue = feature.isNamespaceSpecific ? 0 : part;
         const std::uint32_t value = (fields.cdw11 & row->bits & ~row->partBits) | partInValue;
         feature.current[part] = value;
-        if (readBits(fields.cdw10, set_features_cdw10::SV) != 0) feature.saved[part] = value;
+        if (isSaved) feature.saved[part] = value;
     }
     return {};
 }

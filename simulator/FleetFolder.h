@@ -1,15 +1,17 @@
 // The folder in which the simulated drives live between commands.
 #pragma once
 
+#include "simulator/FileLock.h"
 #include "simulator/Fleet.h"
 
+#include <chrono>
 #include <optional>
 #include <string>
 
 namespace orvel::simulator {
 
-/// One command at a time works on the fleet, whatever process it belongs to: from `open` to `close`
-/// a file is locked, and others wait. In the folder, which is made at need:
+/// One command at a time works on the fleet, whatever process it belongs to: from `open` to
+/// `commit` a file is locked, and others wait. In the folder, which is made at need:
 ///
 /// - `fleet.json`: a description that a user may put there; read when there is no state yet.
 /// - `state.json`: all that the drives remember. Made from the description, or from the default
@@ -18,20 +20,25 @@ namespace orvel::simulator {
 /// - `power-cycle`: if it is there, all drives lose power and get it back before the next command;
 ///   then it is removed.
 ///
+/// Whoever may only read the folder can do with the fleet what doesn't change it, once there is a
+/// state.
+///
 /// For one thread at a time.
 class FleetFolder {
 public:
-    explicit FleetFolder(std::string path);
+    /// `realTime` may be any clock; without one it is the system's time of day.
+    explicit FleetFolder(std::string path, Clock realTime = {});
 
     FleetFolder(const FleetFolder&) = delete;
     FleetFolder& operator=(const FleetFolder&) = delete;
 
     /// Unlocks, without keeping changes.
-    ~FleetFolder();
+    ~FleetFolder() = default;
 
     /// Locks and loads, if it isn't open already. Throws core::Status by value: 10/54 with the
     /// file and what is wrong with it for one that can't be used, and nothing is written over then;
-    /// 10/194 for a folder that can't be made; 10/168 if what is new can't be written.
+    /// 10/194 for a folder that can't be made; 10/168 if what is new can't be written. It stays
+    /// closed then.
     Fleet& open();
 
     bool isOpen() const { return fleet.has_value(); }
@@ -47,10 +54,19 @@ public:
     void abandon();
 
 private:
+    std::string file(const char* name) const;
+    void takeLock();
+    void load();
+    void write();
+    void powerCycle();
+
     std::string path;
-    std::optional<Fleet> fleet;  ///< only while open
-    std::optional<Fleet> kept;   ///< as the state file has it
-    int lockFile = -1;           ///< only while open
+    Clock realTime;
+    FileLock lock;                   ///< held while open
+    bool isLockedForChange = false;  ///< by the file that all who change something lock
+    std::optional<Fleet> fleet;      ///< only while open
+    std::optional<Fleet> kept;       ///< as the state file has it; nothing if there is none
+    std::chrono::milliseconds latestTime{0};
 };
 
 }  // namespace orvel::simulator

@@ -126,6 +126,18 @@ std::optional<core::Payload> makePage(const NvmeDrive& drive, const NvmeRequest&
     }
 }
 
+NvmeAnswer makeWholePage(const NvmeDrive& drive, const NvmeRequest& request) {
+    constexpr std::uint32_t FIRST_VENDOR_PAGE = 0xC0;
+    if (readBits(request.fields.cdw10, get_log_page_cdw10::LID) >= FIRST_VENDOR_PAGE) {
+        return makeVendorLogPage(drive, request);
+    }
+    const auto page = makePage(drive, request);
+    if (!page) return refusal(status_codes::INVALID_LOG_PAGE);
+    NvmeAnswer answer;
+    answer.output = *page;
+    return answer;
+}
+
 /// Only the health of a namespace can be asked for, the other pages are about the whole drive.
 StatusCode checkNamespace(const NvmeDrive& drive, const AdminCommandFields& fields) {
     if (fields.nsid == 0 || fields.nsid == ALL_NAMESPACES) return {};
@@ -166,10 +178,10 @@ StatusCode checkRange(const NvmeDrive& drive, const AdminCommandFields& fields,
 
 NvmeAnswer executeGetLogPage(NvmeDrive& drive, const NvmeRequest& request) {
     const AdminCommandFields& fields = request.fields;
-    const auto page = makePage(drive, request);
-    if (!page) return refusal(status_codes::INVALID_LOG_PAGE);
+    const NvmeAnswer whole = makeWholePage(drive, request);
+    const core::Payload& page = whole.output;
     for (const StatusCode& status :
-         {checkNamespace(drive, fields), checkRange(drive, fields, page->size())}) {
+         {whole.status, checkNamespace(drive, fields), checkRange(drive, fields, page.size())}) {
         if (status != status_codes::SUCCESSFUL_COMPLETION) return refusal(status);
     }
 
@@ -177,8 +189,8 @@ NvmeAnswer executeGetLogPage(NvmeDrive& drive, const NvmeRequest& request) {
     NvmeAnswer answer;
     answer.output = core::Payload(static_cast<std::uint32_t>(logPageBytes(fields)));
     const auto offset = static_cast<std::uint32_t>(logPageOffset(fields));
-    std::copy_n(page->data() + offset, std::min(page->size() - offset, answer.output.size()),
-                answer.output.data());
+    const std::uint32_t bytes = std::min(page.size() - offset, answer.output.size());
+    if (bytes > 0) std::copy_n(page.data() + offset, bytes, answer.output.data());
     if (readBits(fields.cdw10, get_log_page_cdw10::LID) == log_pages::CHANGED_NAMESPACE_LIST &&
         readBits(fields.cdw10, get_log_page_cdw10::RAE) == 0) {
         drive.changedNamespaces.clear();

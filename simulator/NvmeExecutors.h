@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <optional>
 
 namespace orvel::simulator {
 
@@ -45,6 +46,37 @@ NvmeExecutor executeNamespaceAttachment;  // 5.19
 NvmeExecutor executeFirmwareDownload;     // 5.12
 NvmeExecutor executeFirmwareCommit;       // 5.11
 NvmeExecutor executeDeviceSelfTest;       // 5.8
+
+/// What a part of a feature is now. The part must be one that the feature has.
+std::uint32_t currentValue(const NvmeFeature& feature, std::uint32_t part);
+
+// What Norvo drives have beyond the standard: log pages and features from the vendor's ranges.
+
+/// The whole page; its status is Invalid Log Page for one that the drive doesn't have, or doesn't
+/// have now, and Invalid Field in Command for a part that doesn't exist.
+NvmeAnswer makeVendorLogPage(const NvmeDrive& drive, const NvmeRequest& request);
+
+/// What a vendor feature's dword is, if it doesn't come from what has been set.
+std::optional<std::uint32_t> vendorFeatureValue(const NvmeDrive& drive, std::uint8_t feature,
+                                                std::uint32_t select);
+
+/// Whether a value makes sense for the drive. True for features that aren't the vendor's.
+protocols::nvme::StatusCode checkVendorFeature(const NvmeDrive& drive, std::uint8_t feature,
+                                               const protocols::nvme::AdminCommandFields& fields);
+
+/// Whether the drive collects latency statistics now.
+bool isLatencyTracked(const NvmeDrive& drive);
+
+/// What becomes of the value of a feature that is being set.
+enum class FeatureStorage {
+    AS_ASKED,  ///< saved if the command asks for it
+    SAVED,     ///< saved in any case
+    NONE       ///< it was an order, and has been carried out
+};
+
+/// Does what setting a vendor feature does at once, before the value is stored.
+FeatureStorage applyVendorFeature(NvmeDrive& drive, std::uint8_t feature,
+                                  const protocols::nvme::AdminCommandFields& fields);
 
 /// How a namespace is to be laid out.
 struct NamespaceFormat {

@@ -1,0 +1,31 @@
+// A lock between processes.
+#pragma once
+
+#include <string>
+
+namespace orvel::simulator {
+
+/// Held by one at a time, whatever process or object it is. It goes away with the object, or with
+/// the process, however that ends.
+class FileLock {
+public:
+    enum class Missing { MAKE, LEAVE };
+
+    /// Holds nothing.
+    FileLock() = default;
+
+    /// Waits until nobody else holds the lock on the file. Holds nothing if the file can't be
+    /// opened, or isn't there and can't or shouldn't be made. Its bytes don't matter.
+    FileLock(const std::string& path, Missing missing);
+
+    FileLock(FileLock&& other) noexcept;
+    FileLock& operator=(FileLock&& other) noexcept;
+    ~FileLock();
+
+    bool isHeld() const { return file >= 0; }
+
+private:
+    int file = -1;
+};
+
+}  // namespace orvel::simulator

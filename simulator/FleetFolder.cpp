@@ -1,0 +1,185 @@
+#include "simulator/FleetFolder.h"
+
+#include "core/Files.h"
+#include "features/FeatureStatuses.h"
+#include "simulator/AtaController.h"
+#include "simulator/DefaultFleet.h"
+#include "simulator/FleetText.h"
+#include "simulator/NvmeController.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <limits>
+#include <system_error>
+#include <utility>
+
+namespace orvel::simulator {
+
+namespace files = core::files;
+using std::chrono::milliseconds;
+
+namespace {
+
+constexpr const char* DESCRIPTION = "fleet.json";
+constexpr const char* STATE = "state.json";
+constexpr const char* LOCK = "lock";
+constexpr const char* POWER_CYCLE = "power-cycle";
+
+/// Far more than any fleet takes. What is larger was not made for this.
+constexpr std::size_t MAX_FILE_SIZE = 64UL * 1024 * 1024;
+
+/// The row with the file, and what is wrong with it, behind its text.
+core::Status about(core::Status row, const std::string& file, const std::string& problem) {
+    row.setMessage(row.getMessage() + " " + file + ": " + problem);
+    return row;
+}
+
+core::Status readFailure(const std::string& file, const std::string& problem) {
+    return about(features::statuses::fileReadFailed(), file, problem);
+}
+
+core::Status writeFailure(const std::string& file, const std::string& problem) {
+    return about(features::statuses::fileWriteFailed(), file, problem);
+}
+
+/// Also true for what can't be told: reading it will say why.
+bool exists(const std::string& file) {
+    std::error_code ignored;
+    return std::filesystem::status(file, ignored).type() != std::filesystem::file_type::not_found;
+}
+
+Fleet readFile(const std::string& file, Unmentioned unmentioned) {
+    const auto text = files::read(file, MAX_FILE_SIZE);
+    if (!text) {
+        throw readFailure(file, "It can't be read, is no plain file, or has more than " +
+                                    std::to_string(MAX_FILE_SIZE) + " bytes.");
+    }
+    try {
+        return readFleet(*text, unmentioned);
+    } catch (const FleetTextError& error) {
+        throw readFailure(file, error.what());
+    }
+}
+
+/// Whether a file of the folder can be replaced; it would be written over in place otherwise.
+bool takesNewFiles(const std::string& file) {
+    const std::string folder = std::filesystem::path(file).parent_path().string();
+    return ::faccessat(AT_FDCWD, folder.c_str(), W_OK | X_OK, AT_EACCESS) == 0;
+}
+
+milliseconds timeOfDay() {
+    return std::chrono::duration_cast<milliseconds>(
+        std::chrono::system_clock::now().time_since_epoch());
+}
+
+/// As far as the number goes.
+milliseconds accelerated(milliseconds time, std::uint32_t factor) {
+    const std::int64_t most = std::numeric_limits<std::int64_t>::max();
+    if (time.count() <= 0 || factor == 0) return milliseconds{0};
+    return milliseconds{time.count() > most / factor ? most : time.count() * factor};
+}
+
+}  // namespace
+
+FleetFolder::FleetFolder(std::string path, Clock realTime)
+    : path(std::move(path)),
+      realTime(realTime ? std::move(realTime) : timeOfDay) {}
+
+Fleet& FleetFolder::open() {
+    if (fleet) return *fleet;
+    try {
+        takeLock();
+        load();
+    } catch (...) {
+        abandon();
+        throw;
+    }
+    return *fleet;
+}
+
+milliseconds FleetFolder::now() {
+    latestTime = std::max(latestTime, accelerated(realTime(), fleet->timeFactor));
+    return latestTime;
+}
+
+void FleetFolder::commit() {
+    if (!fleet) return;
+    try {
+        if (fleet != kept) write();
+    } catch (...) {
+        abandon();
+        throw;
+    }
+    abandon();
+}
+
+void FleetFolder::abandon() {
+    fleet.reset();
+    kept.reset();
+    lock = FileLock();
+}
+
+std::string FleetFolder::file(const char* name) const {
+    return (std::filesystem::path(path) / name).string();
+}
+
+void FleetFolder::takeLock() {
+    std::error_code error;
+    std::filesystem::create_directories(path, error);
+    if (error) throw about(features::statuses::directoryCreationFailed(), path, error.message());
+
+    lock = FileLock(file(LOCK), FileLock::Missing::MAKE);
+    isLockedForChange = lock.isHeld();
+    if (lock.isHeld()) return;
+    lock = FileLock(file(STATE), FileLock::Missing::LEAVE);
+    if (!lock.isHeld()) throw writeFailure(file(LOCK), "It can't be made, or not be locked.");
+}
+
+void FleetFolder::load() {
+    if (exists(file(STATE))) {
+        fleet = kept = readFile(file(STATE), Unmentioned::BLANK);
+    } else if (exists(file(DESCRIPTION))) {
+        fleet = readFile(file(DESCRIPTION), Unmentioned::TYPICAL);
+    } else {
+        fleet = readFleet(defaultFleet(), Unmentioned::TYPICAL);
+    }
+    latestTime = std::max(milliseconds{0}, fleet->latestTime);
+
+    const bool losesPower = exists(file(POWER_CYCLE));
+    if (losesPower) powerCycle();
+    if (losesPower || !kept) write();
+    // Only now: a crash before this is followed by one power cycle more, but never by none.
+    std::error_code error;
+    if (losesPower && !std::filesystem::remove(file(POWER_CYCLE), error) && error)
+        throw writeFailure(file(POWER_CYCLE), error.message());
+}
+
+void FleetFolder::write() {
+    // A link stays, and what it leads to is replaced.
+    const std::string target = files::resolve(file(STATE));
+    if (!isLockedForChange || !takesNewFiles(target))
+        throw writeFailure(file(STATE), "Its folder takes no new files.");
+    fleet->latestTime = latestTime;
+    const std::string text = writeFleet(*fleet);
+    if (text.size() > MAX_FILE_SIZE) {
+        throw writeFailure(file(STATE),
+                           "It would have more than " + std::to_string(MAX_FILE_SIZE) + " bytes.");
+    }
+    if (!files::replace(target, text)) throw writeFailure(file(STATE), "It can't be written.");
+    kept = fleet;
+}
+
+void FleetFolder::powerCycle() {
+    const Clock clock = [this] { return now(); };
+    for (SimulatedDrive& one : fleet->drives) {
+        one.isLost = false;
+        if (auto* nvme = std::get_if<NvmeDrive>(&one.drive))
+            NvmeController(*nvme, clock).powerCycle();
+        if (auto* ata = std::get_if<AtaDrive>(&one.drive)) AtaController(*ata, clock).powerCycle();
+    }
+}
+
+}  // namespace orvel::simulator

@@ -1,0 +1,24 @@
+#include "simulator/SystemStatus.h"
+
+#include <cerrno>
+#include <new>
+
+namespace orvel::simulator {
+
+core::Status systemError(int error) {
+    return {core::status_categories::SYSTEM, error, "System error."};
+}
+
+core::Status statusOf(const std::function<core::Status()>& work) {
+    try {
+        return work();
+    } catch (const core::Status& status) {
+        return status;
+    } catch (const std::bad_alloc&) {
+        return systemError(ENOMEM);
+    } catch (...) {
+        return systemError(EIO);
+    }
+}
+
+}  // namespace orvel::simulator
