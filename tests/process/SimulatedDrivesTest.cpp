@@ -1,0 +1,165 @@
+// Simulated drives under several processes and under processes that are killed, and the files that
+// a whole run opens.
+#include "tests/support/SimulatedTool.h"
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <ctime>
+#include <random>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace tavik::process {
+namespace {
+
+using testing::Ending;
+using testing::SimulatedTool;
+
+// Each start of a program under a sanitizer costs many times as much.
+#if defined(__SANITIZE_ADDRESS__) || defined(TAVIK_COVERAGE)
+constexpr int KILLS = 15;
+#else
+constexpr int KILLS = 100;
+#endif
+
+SimulatedTool newTool() {
+    return SimulatedTool({PROCESS_PROGRAM, SIMULATED_LIBRARY, SIMULATED_MODULES});
+}
+
+/// Starts the line and returns at once.
+pid_t start(const testing::Program& shell) {
+    const pid_t child = ::fork();
+    if (child != 0) return child;
+    // The shell is replaced by the tool: no other process survives the kill.
+    const std::string line = shell.arguments.at(1);
+    const int nothing = ::open("/dev/null", O_RDWR);
+    ::dup2(nothing, STDIN_FILENO);
+    ::dup2(nothing, STDOUT_FILENO);
+    ::dup2(nothing, STDERR_FILENO);
+    if (::chdir(shell.folder.c_str()) == 0) {
+        ::execl("/bin/sh", "/bin/sh", "-c", line.c_str(), nullptr);
+    }
+    ::_exit(127);
+}
+
+void waitFor(std::chrono::microseconds time) {
+    timespec rest{time.count() / 1000000, (time.count() % 1000000) * 1000};
+    while (::nanosleep(&rest, &rest) != 0)
+        continue;
+}
+
+/// A command that changes a drive, and what shows whether it has.
+struct Change {
+    const char* name;
+    const char* command;
+    const char* show;
+};
+
+const Change CHANGES[] = {
+    {"format", "tavik start -force -norvossd 1 -nvmeformat LBAFormat=1 SecureEraseSetting=1",
+     "tavik show -identify -namespace 1 -norvossd 1"},
+    {"firmware", "tavik load -force -norvossd 0",
+     "tavik show -nvmelog FirmwareSlotInfo -norvossd 0"},
+    {"set", "tavik set -norvossd 2 TempThreshold=71",
+     "tavik show -display TempThreshold -norvossd 2"},
+};
+
+class KilledCommand : public ::testing::TestWithParam<Change> {};
+
+TEST_P(KilledCommand, LeavesTheDrivesAsBeforeOrAfterIt) {
+    const Change& change = GetParam();
+    const SimulatedTool tool = newTool();
+    const std::string before = tool.type(change.show).out;
+    const std::string saved = tool.read(tool.drives("state.json"));
+    const auto begin = std::chrono::steady_clock::now();
+    ASSERT_EQ(tool.type(change.command).exitCode, 0);
+    const auto length = std::chrono::duration_cast<std::chrono::microseconds>(
+        std::chrono::steady_clock::now() - begin);
+    const std::string after = tool.type(change.show).out;
+    ASSERT_NE(before, after);
+
+    std::mt19937 random(20211);  // which instants, doesn't matter; that they differ, does
+    std::uniform_int_distribution<long> instants(0, length.count() * 6 / 5);
+    for (int kill = 0; kill < KILLS; ++kill) {
+        std::ofstream(tool.drives("state.json"), std::ios::binary) << saved;
+        const pid_t child = start(tool.shell("exec " + std::string(change.command)));
+        ASSERT_GT(child, 0);
+        waitFor(std::chrono::microseconds(instants(random)));
+        ::kill(child, SIGKILL);
+        ASSERT_EQ(::waitpid(child, nullptr, 0), child);
+        const Ending ending = tool.type(change.show);
+        EXPECT_EQ(ending.exitCode, 0) << ending.err;
+        EXPECT_TRUE(ending.out == before || ending.out == after) << ending.out;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(SimulatedDrives, KilledCommand, ::testing::ValuesIn(CHANGES),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST(SimulatedDrives, TwoProcessesAtOnceLoseNoChange) {
+    const SimulatedTool tool = newTool();
+    // Each refused command adds to the drive's count of errors.
+    const std::string refused = "for i in 1 2 3 4 5 6 7 8 9 10; do "
+                                "tavik detach -namespace 9 -norvossd 1 2>&1; "
+                                "tavik set -norvossd $1 TempThreshold=$((50 + i)); done";
+    const std::string line = "count() {\n" + refused + "\n}\ncount 0 & count 2 & wait";
+    const std::string show = "tavik show -display TempThreshold,NumErrorLogPageEntries -norvossd";
+    const std::string errors = "tavik show -sensor -display ErrorInfoLogEntries -norvossd 1";
+    const std::string before = tool.type(errors).out;
+    ASSERT_EQ(tool.type(line).exitCode, 0);
+    EXPECT_NE(tool.type(show + " 0").out.find("TempThreshold : 60\n"), std::string::npos);
+    EXPECT_NE(tool.type(show + " 2").out.find("TempThreshold : 60\n"), std::string::npos);
+    EXPECT_NE(tool.type(errors).out.find("ErrorInfoLogEntries : 20\n"), std::string::npos)
+        << before << tool.type(errors).out;
+}
+
+#ifndef __SANITIZE_ADDRESS__
+
+/// The paths that the lines open, each once.
+std::set<std::string> filesOpenedBy(const SimulatedTool& tool,
+                                    const std::vector<std::string>& lines) {
+    const std::string list = tool.path("opened").string();
+    for (const std::string& line : lines) {
+        const Ending ending =
+            tool.type("OPENED_FILES='" + list + "' LD_PRELOAD='" + OPEN_RECORDER + "' " + line);
+        EXPECT_EQ(ending.exitCode, 0) << line << ending.out << ending.err;
+    }
+    std::set<std::string> paths;
+    std::istringstream stream(tool.read(list));
+    for (std::string path; std::getline(stream, path);)
+        paths.insert(path);
+    return paths;
+}
+
+TEST(SimulatedDrives, AWholeRunOpensNothingButItsOwnFiles) {
+    const SimulatedTool tool = newTool();
+    const auto opened = filesOpenedBy(
+        tool, {"tavik show -all -norvossd", "tavik show -smart -norvossd 4",
+               "tavik set -norvossd 0 TempThreshold=70", "tavik load -force -norvossd 0",
+               "tavik delete -force -norvossd 3", "tavik dump -nlog -norvossd 0"});
+    const std::string own = tool.path(SimulatedTool::INSTALLED).string() + "/";
+    EXPECT_TRUE(std::any_of(opened.begin(), opened.end(), [&](const std::string& path) {
+        return path.starts_with(own + "simulated_drives/state.json");
+    }));
+    for (const std::string& path : opened) {
+        const bool isOwn = path.starts_with(own) || path.starts_with("opt/") ||
+                           path == "nlog_NVX4510A0001K1P6.bin" ||
+                           path == "/opt/norvo/tavik/FirmwareModules";
+        EXPECT_TRUE(isOwn) << path;
+        EXPECT_FALSE(path.starts_with("/dev/")) << path;
+    }
+}
+
+#endif
+
+}  // namespace
+}  // namespace tavik::process
