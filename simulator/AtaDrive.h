@@ -46,6 +46,7 @@ struct AtaSanitize {
     bool isAntifrozen = false;
     bool hasCompleted = false;  ///< the last operation, without an error
     bool hasFailed = false;
+    bool isFailureClearable = false;  ///< by SANITIZE STATUS EXT
 
     bool operator==(const AtaSanitize&) const = default;
 };
@@ -57,26 +58,42 @@ struct RunningAtaSelfTest {
     bool operator==(const RunningAtaSelfTest&) const = default;
 };
 
+/// Settings of SET FEATURES. Those that the drive doesn't support count for nothing.
+struct AtaSettings {
+    bool isWriteCacheEnabled = true;
+    bool isReadLookAheadEnabled = true;
+    bool isDeviceInitiatedPowerManagementEnabled = false;
+    std::uint8_t apmLevel = 0;  ///< 0 for disabled
+
+    bool operator==(const AtaSettings&) const = default;
+};
+
 /// A plain record; a copy is a drive of its own. What stands in a structure that the drive shows is
 /// kept there only; checksums and what follows from other parts are made when a command reads it.
 struct AtaDrive {
     /// Settings and the accessible size are kept in it, too; word 128 follows from `security`.
     StoredBytes identifyDevice{protocols::ata::identify_device::SIZE};
-    std::uint64_t nativeMaxAddress = 0;  ///< the highest LBA there is
-    bool hasMaxAddressBeenSet = false;   ///< in this power cycle: only once is allowed
-    bool isMaxAddressFrozen = false;     ///< until the next power cycle
+    AtaSettings powerOnSettings;                       ///< what the settings are when power comes
+    std::uint64_t nativeMaxAddress = 0;                ///< the highest LBA there is
+    std::optional<std::uint64_t> maxAddressAtPowerOn;  ///< after a change for this power cycle only
+    bool hasMaxAddressBeenSet = false;     ///< in this power cycle: only once is allowed
+    bool hasReadNativeMaxAddress = false;  ///< the last command was READ NATIVE MAX ADDRESS EXT
+    bool isMaxAddressFrozen = false;       ///< until the next power cycle
     StoredBytes smartData{protocols::ata::smart_data::SIZE};
     StoredBytes smartThresholds{protocols::ata::smart_thresholds::SIZE};
     std::deque<StoredBytes> errorLog;         ///< extended_error_log::ERRORS, newest first
     std::uint16_t errorCount = 0;             ///< of the drive's life
     std::deque<StoredBytes> selfTestResults;  ///< extended_self_test_descriptor, newest first
     std::optional<RunningAtaSelfTest> runningSelfTest;
-    std::uint8_t selfTestOutcome = 0;  ///< the status that a test comes to, once the time is up
+    std::uint8_t selfTestOutcome = 0;      ///< the status that a test comes to, once the time is up
+    std::uint64_t selfTestFailingLba = 0;  ///< of a test that fails
 
     StoredBytes sctStatus{protocols::ata::sct_status::SIZE};
     std::map<std::uint16_t, SctFeatureState> sctFeatures;  ///< by feature code
     std::array<std::uint16_t, 2> recoveryTimers = {0, 0};  ///< read and write, units of 100 ms
-    std::deque<std::int8_t> temperatureHistory;            ///< degrees Celsius, newest first
+    std::array<std::uint16_t, 2> recoveryTimersAtPowerOn = {0, 0};
+    std::deque<std::int8_t> temperatureHistory;  ///< degrees Celsius, newest first
+    StoredBytes sctData;                         ///< of the last SCT command, until it is read
 
     std::map<std::uint8_t, StoredBytes> deviceStatistics;        ///< pages by number
     std::map<std::uint16_t, std::uint64_t> phyEventCounters;     ///< by identifier
@@ -84,6 +101,7 @@ struct AtaDrive {
 
     AtaSecurity security;
     AtaSanitize sanitize;
+    std::uint32_t eraseCount = 0;  ///< how often all user data has been erased
     bool isInStandby = false;
 
     std::map<std::uint32_t, StoredBytes> downloadedMicrocode;  ///< pieces by offset in blocks

@@ -70,6 +70,7 @@ struct NvmeDrive {
     std::map<std::uint32_t, NvmeNamespace> namespaces;  ///< the allocated ones by identifier
     std::set<std::uint32_t> changedNamespaces;          ///< since somebody read about them
     std::set<std::uint16_t> controllers = {0};          ///< of the subsystem, this one included
+    std::uint32_t eraseCount = 0;  ///< how often all attached namespaces have been erased
 
     std::array<std::string, 7> firmwareRevisions;  ///< empty for an empty slot
     std::uint8_t activeSlot = 1;
