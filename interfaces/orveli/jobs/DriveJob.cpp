@@ -28,6 +28,15 @@ bool isSuccess(const Status& status) {
     return status == core::statuses::completedSuccessfully();
 }
 
+/// Digits, and every one of them: the general test lets the first behind "0x" pass, and so would a
+/// slip of the finger become the number 0.
+bool isNumberText(const std::string& text) {
+    const bool hasPrefix = core::strings::startsWith(text, "0x", true);
+    const std::string digits = hasPrefix ? text.substr(2) : text;
+    return !digits.empty() &&
+           digits.find_first_not_of("0123456789abcdefABCDEF") == std::string::npos;
+}
+
 const XmlObject* asObject(const XmlElement* element) {
     return dynamic_cast<const XmlObject*>(element);
 }
@@ -104,9 +113,7 @@ std::optional<std::string> DriveJob::findArgument(const core::Attribute& descrip
 std::optional<std::uint64_t> DriveJob::findNumber(const core::Attribute& descriptor) const {
     const auto text = findArgument(descriptor);
     if (!text) return std::nullopt;
-    const bool isNumber =
-        core::strings::isNumeric(*text) || (!text->empty() && core::strings::isHexadecimal(*text));
-    if (isNumber) return core::strings::toInteger(*text);
+    if (isNumberText(*text)) return core::strings::toInteger(*text);
     Status status = features::statuses::invalidProperty();
     status.setMessage(status.getMessage() + " " + descriptor.getName() + " must be a number.");
     throw status;

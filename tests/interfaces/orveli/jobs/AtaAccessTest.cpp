@@ -1,0 +1,143 @@
+#include "interfaces/orveli/jobs/AtaAccess.h"
+
+#include "tests/interfaces/orveli/jobs/ScriptedDrive.h"
+#include "tests/interfaces/orveli/jobs/WrittenStructures.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace orvel::interfaces::orveli::jobs {
+namespace {
+
+namespace ata = protocols::ata;
+
+constexpr std::uint8_t IDENTIFY_DEVICE = 0xEC;
+constexpr std::uint8_t SMART = 0xB0;
+constexpr std::uint16_t READ_LOG = 0xD5;
+constexpr std::uint16_t WRITE_LOG = 0xD6;
+constexpr std::uint8_t READ_LOG_EXT = 0x2F;
+constexpr std::uint8_t SCT_COMMAND_STATUS = 0xE0;
+constexpr std::uint8_t SCT_DATA = 0xE1;
+
+/// Category, code and message of what is thrown.
+std::string thrownBy(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const core::Status& status) {
+        return std::to_string(status.getCategory()) + "/" + std::to_string(status.getCode()) + " " +
+               status.getMessage();
+    }
+    return "nothing";
+}
+
+ata::ReturnedTaskFile returned(std::uint8_t count, std::uint64_t lba) {
+    ata::ReturnedTaskFile registers;
+    registers.count = count;
+    registers.lba = lba;
+    return registers;
+}
+
+TEST(AtaAccess, AskReturnsWhatTheDriveAnswers) {
+    ScriptedDrive drive("ATA");
+    drive.onAta(SMART, 0xDA, 0, {{.returned = returned(0, 0x2CF400)}});
+    const auto answer = ata_access::ask(*drive.getDevice(), ata::smartReturnStatus());
+    EXPECT_EQ(answer.returned.lba, 0x2CF400U);
+    const auto refused = ata_access::ask(*drive.getDevice(), ata::standbyImmediate());
+    EXPECT_FALSE(refused.returned.isSuccess());
+    EXPECT_EQ(refused.returned.error, 0x04);
+}
+
+TEST(AtaAccess, AskThrowsThePathsStatusIfThereIsNoAnswer) {
+    ScriptedDrive drive("ATA");
+    drive.onAta(0xE0, 0, 0, {{.pathStatus = core::statuses::ataToScsiConversionFailed()}});
+    EXPECT_EQ(thrownBy([&] { (void)ata_access::ask(*drive.getDevice(), ata::standbyImmediate()); }),
+              "0/27 Unable to convert ATA command into an ATA-SCSI command.");
+    ScriptedDrive other("NVMe Admin");
+    EXPECT_EQ(thrownBy([&] { (void)ata_access::ask(*other.getDevice(), ata::standbyImmediate()); }),
+              "0/35 Device does not support this command set.");
+}
+
+TEST(AtaAccess, SendThrowsARefusalWithTheErrorField) {
+    ScriptedDrive drive("ATA");
+    EXPECT_EQ(
+        thrownBy([&] { (void)ata_access::send(*drive.getDevice(), ata::standbyImmediate()); }),
+        "0/10 ATA command reported a problem. STANDBY IMMEDIATE: error register 0x04.");
+}
+
+TEST(AtaAccess, ReadTakesNoLessThanWasAskedFor) {
+    ScriptedDrive drive("ATA");
+    drive.onAta(SMART, 0xD0, 0, {{.data = core::Payload(511)}, {.data = core::Payload(512)}});
+    EXPECT_EQ(thrownBy([&] { (void)ata_access::read(*drive.getDevice(), ata::smartReadData()); }),
+              "0/49 The IO command passed, but did not return the expected amount of data.");
+    EXPECT_EQ(ata_access::read(*drive.getDevice(), ata::smartReadData()).size(), 512U);
+}
+
+TEST(AtaAccess, IdentifyDeviceLooksAtTheChecksum) {
+    ScriptedDrive drive("ATA");
+    drive.onAta(IDENTIFY_DEVICE, 0, 0,
+                {{.data = structure(512, {{0, {1}}})},
+                 {.data = checkedStructure({{0, {1}}, {510, {0xA5}}})},
+                 {.data = structure(512, {{0, {1}}, {510, {0xA5, 0x00}}})}});
+    EXPECT_EQ(*ata_access::identifyDevice(*drive.getDevice()).at(0), 1) << "without a checksum";
+    EXPECT_EQ(*ata_access::identifyDevice(*drive.getDevice()).at(510), 0xA5);
+    EXPECT_EQ(thrownBy([&] { (void)ata_access::identifyDevice(*drive.getDevice()); }),
+              "10/33 Failed to retrieve data from selected device.");
+}
+
+TEST(AtaAccess, ReadsPagesOfALog) {
+    ScriptedDrive drive("ATA");
+    drive.onAta(READ_LOG_EXT, 0, 0x04, {{.data = core::Payload(1024)}});
+    EXPECT_EQ(ata_access::readLog(*drive.getDevice(), 0x04, 0x0203, 2).size(), 1024U);
+    ASSERT_EQ(drive.sentAta().size(), 1U);
+    EXPECT_EQ(drive.sentAta()[0].taskFile.lba, 0x0200000304U);
+    EXPECT_EQ(drive.sentAta()[0].taskFile.count, 2);
+    EXPECT_EQ(thrownBy([&] { (void)ata_access::readLog(*drive.getDevice(), 0x04, 0, 3); }),
+              "0/49 The IO command passed, but did not return the expected amount of data.");
+}
+
+TEST(AtaAccess, GivesSctCommandsThroughTheSmartLogs) {
+    ScriptedDrive drive("ATA");
+    drive.onAta(SMART, WRITE_LOG, SCT_COMMAND_STATUS, {{.returned = returned(3, 0x00)}});
+    const core::Payload key = structure(512, {{0, {4, 0, 2}}});
+    EXPECT_EQ(ata_access::sct(*drive.getDevice(), key).returned.count, 3);
+    ASSERT_EQ(drive.sentAta().size(), 1U);
+    EXPECT_EQ(drive.sentAta()[0].input, key);
+    ScriptedDrive refusing("ATA");
+    EXPECT_EQ(thrownBy([&] { (void)ata_access::sct(*refusing.getDevice(), key); }).substr(0, 4),
+              "0/10");
+}
+
+TEST(AtaAccess, ReadsTheSctStatus) {
+    ScriptedDrive drive("ATA");
+    drive.onAta(SMART, READ_LOG, SCT_COMMAND_STATUS, {{.data = structure(512, {{200, {33}}})}});
+    EXPECT_EQ(*ata_access::sctStatus(*drive.getDevice()).at(200), 33);
+}
+
+TEST(AtaAccess, ReadsAnSctTableAfterAskingForIt) {
+    ScriptedDrive drive("ATA");
+    drive.onAta(SMART, WRITE_LOG, SCT_COMMAND_STATUS, {{}});
+    drive.onAta(SMART, READ_LOG, SCT_DATA, {{.data = structure(512, {{0, {2}}})}});
+    EXPECT_EQ(*ata_access::sctTable(*drive.getDevice(), 2, 1).at(0), 2);
+    ASSERT_EQ(drive.sentAta().size(), 2U);
+    EXPECT_EQ(drive.sentAta()[0].input, structure(512, {{0, {5, 0, 1, 0, 2}}}));
+}
+
+TEST(AtaAccess, ReadsTheStateOfAnSctFeature) {
+    ScriptedDrive drive("ATA");
+    drive.onAta(SMART, WRITE_LOG, SCT_COMMAND_STATUS, {{.returned = returned(0x34, 0x12)}});
+    EXPECT_EQ(ata_access::sctFeature(*drive.getDevice(), ata::sct::Feature::WRITE_CACHE), 0x1234);
+    EXPECT_EQ(drive.sentAta()[0].input, structure(512, {{0, {4, 0, 2, 0, 1}}}));
+}
+
+TEST(AtaAccess, SetsAnSctFeatureForGood) {
+    ScriptedDrive drive("ATA");
+    drive.onAta(SMART, WRITE_LOG, SCT_COMMAND_STATUS, {{}});
+    ata_access::setSctFeature(*drive.getDevice(), ata::sct::Feature::TEMPERATURE_LOGGING_INTERVAL,
+                              0x0105);
+    ASSERT_EQ(drive.sentAta().size(), 1U);
+    EXPECT_EQ(drive.sentAta()[0].input, structure(512, {{0, {4, 0, 1, 0, 3, 0, 5, 1, 1}}}));
+}
+
+}  // namespace
+}  // namespace orvel::interfaces::orveli::jobs
