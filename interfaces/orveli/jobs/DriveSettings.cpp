@@ -1,5 +1,6 @@
 #include "interfaces/orveli/jobs/DriveSettings.h"
 
+#include "core/CoreStatuses.h"
 #include "features/FeatureStatuses.h"
 #include "interfaces/orveli/jobs/AtaAccess.h"
 #include "interfaces/orveli/jobs/NvmeAccess.h"
@@ -52,6 +53,17 @@ void setAndCheck(Device& device, const nvme::FeatureChange& change) {
     set(device, change);
     const std::uint32_t value = nvme_access::feature(device, {.feature = change.feature});
     if (value != change.cdw11) throw valueNotTaken();
+}
+
+void explainRefusal(const std::function<void()>& send, const std::string& words) {
+    try {
+        send();
+    } catch (const Status& status) {
+        const bool isRefusal = status == core::statuses::ataCommandProblem() ||
+                               status == core::statuses::nvmeCommandProblem();
+        if (!isRefusal) throw;
+        throw withWords(status, words);
+    }
 }
 
 Status valueNotTaken() {

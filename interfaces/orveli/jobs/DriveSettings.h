@@ -7,6 +7,8 @@
 #include "protocols/nvme/AdminCommands.h"
 
 #include <cstdint>
+#include <functional>
+#include <string>
 
 namespace orvel::interfaces::orveli::jobs::drive_settings {
 
@@ -31,6 +33,10 @@ void set(core::Device& device, protocols::nvme::FeatureChange change);
 
 /// As `set`, and reads back the feature's dword, which must be that of the change.
 void setAndCheck(core::Device& device, const protocols::nvme::FeatureChange& change);
+
+/// Runs `send`, and throws a drive's refusal, 0/10 or 0/25, with `words` behind it: for what a
+/// drive does not tell. Whatever else is thrown passes through.
+void explainRefusal(const std::function<void()>& send, const std::string& words);
 
 /// 10/164: the drive took the command and kept its value.
 core::Status valueNotTaken();
