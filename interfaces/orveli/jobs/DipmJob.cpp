@@ -4,7 +4,7 @@
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
 #include "interfaces/orveli/jobs/AtaAccess.h"
-#include "interfaces/orveli/jobs/DriveSettings.h"
+#include "interfaces/orveli/jobs/SettingWrites.h"
 #include "protocols/ata/IdentifyDevice.h"
 
 namespace orvel::interfaces::orveli::jobs {
@@ -33,7 +33,7 @@ core::Status DipmJob::set(core::Device& device, const core::Attribute& property)
     const bool isEnabled =
         identify_device::isSet(ata_access::identifyDevice(device),
                                identify_device::word_79::DEVICE_INITIATED_POWER_MANAGEMENT);
-    if (isEnabled != isWanted) throw drive_settings::valueNotTaken();
+    if (isEnabled != isWanted) throw setting_writes::valueNotTaken();
     return {};
 }
 

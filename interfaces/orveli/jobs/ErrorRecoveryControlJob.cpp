@@ -4,7 +4,7 @@
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
 #include "interfaces/orveli/jobs/AtaAccess.h"
-#include "interfaces/orveli/jobs/DriveSettings.h"
+#include "interfaces/orveli/jobs/SettingWrites.h"
 #include "protocols/ata/Structures.h"
 
 namespace orvel::interfaces::orveli::jobs {
@@ -48,7 +48,7 @@ core::Status ErrorRecoveryControlJob::set(Device& device, const Attribute& prope
                                         ata::sct::setRecoveryTime(timer, time));
     if (!answer.returned.isSuccess()) throw statuses::invalidErrorRecoveryTimer();
     const auto check = ata_access::sct(device, ata::sct::returnRecoveryTime(timer));
-    if (ata::sct::returnedValue(check.returned) != time) throw drive_settings::valueNotTaken();
+    if (ata::sct::returnedValue(check.returned) != time) throw setting_writes::valueNotTaken();
     return {};
 }
 

@@ -4,8 +4,8 @@
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
-#include "interfaces/orveli/jobs/DriveSettings.h"
 #include "interfaces/orveli/jobs/NvmeAccess.h"
+#include "interfaces/orveli/jobs/SettingWrites.h"
 #include "protocols/norvo/Structures.h"
 #include "protocols/norvo/Vendor.h"
 
@@ -95,7 +95,7 @@ Status LatencyTrackingJob::runMethod(std::unique_ptr<core::xml::XmlElement>& res
 Status LatencyTrackingJob::set(Device& device, const core::Attribute& property) {
     requireName(property, properties::LatencyTrackingEnabled());
     const std::uint32_t state = booleanOf(property) ? 1 : 0;
-    drive_settings::setAndCheck(device,
+    setting_writes::setAndCheck(device,
                                 {.feature = norvo::feature_ids::LATENCY_TRACKING, .cdw11 = state});
     return {};
 }

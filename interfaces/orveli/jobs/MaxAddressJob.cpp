@@ -6,9 +6,9 @@
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
 #include "interfaces/orveli/jobs/AtaAccess.h"
-#include "interfaces/orveli/jobs/DriveSettings.h"
 #include "interfaces/orveli/jobs/MaxAddressGoal.h"
 #include "interfaces/orveli/jobs/NvmeAccess.h"
+#include "interfaces/orveli/jobs/SettingWrites.h"
 #include "protocols/ata/IdentifyDevice.h"
 #include "protocols/norvo/Structures.h"
 #include "protocols/norvo/Vendor.h"
@@ -69,11 +69,11 @@ void setOnAta(Device& device, const MaxAddressGoal& goal) {
     const ata::AtaCommand command =
         isAccessible ? ata::setAccessibleMaxAddressExt(lba)
                      : ata::setMaxAddressExt(lba, ata::MaxAddressLifetime::OVER_POWER_OFF);
-    drive_settings::explainRefusal(
+    setting_writes::explainRefusal(
         [&] { ata_access::send(device, command); },
         "A drive takes one change of its maximum address in a power cycle.");
     if (userSectors(ata_access::identifyDevice(device)) != lba + 1)
-        throw drive_settings::valueNotTaken();
+        throw setting_writes::valueNotTaken();
 }
 
 // NVMe.
@@ -123,7 +123,7 @@ void setOnNvme(Device& device, const MaxAddressGoal& goal) {
     const nvme::FeatureChange change{.feature = norvo::feature_ids::MAXIMUM_LBA,
                                      .cdw11 = static_cast<std::uint32_t>(lba),
                                      .cdw12 = static_cast<std::uint32_t>(lba >> UPPER_DWORD)};
-    drive_settings::explainRefusal([&] { drive_settings::setAndCheck(device, change); },
+    setting_writes::explainRefusal([&] { setting_writes::setAndCheck(device, change); },
                                    "A drive takes it while namespace 1 is its only one.");
 }
 

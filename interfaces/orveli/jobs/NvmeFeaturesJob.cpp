@@ -3,8 +3,8 @@
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
-#include "interfaces/orveli/jobs/DriveSettings.h"
 #include "interfaces/orveli/jobs/NvmeAccess.h"
+#include "interfaces/orveli/jobs/SettingWrites.h"
 #include "protocols/norvo/Vendor.h"
 #include "protocols/nvme/Features.h"
 
@@ -26,7 +26,7 @@ constexpr Range ONE_BYTE{0, UINT8_MAX};
 /// The composite temperature's upper threshold: all that selects another is zero.
 void setThreshold(Device& device, std::uint32_t celsius) {
     const std::uint32_t kelvins = celsius + ZERO_CELSIUS;
-    drive_settings::setAndCheck(
+    setting_writes::setAndCheck(
         device, {.feature = nvme::features::TEMPERATURE_THRESHOLD,
                  .cdw11 = nvme::placeBits(nvme::temperature_threshold::TMPTH, kelvins)});
 }
@@ -37,7 +37,7 @@ void setAggregation(Device& device, const nvme::BitField& half, std::uint32_t va
         nvme::getFeatures({.feature = nvme::features::INTERRUPT_COALESCING});
     const auto answer = nvme_access::ask(device, reading);
     if (!answer.completion.isSuccess()) throw statuses::aggregationRetrievalFailed();
-    drive_settings::setAndCheck(device,
+    setting_writes::setAndCheck(device,
                                 {.feature = nvme::features::INTERRUPT_COALESCING,
                                  .cdw11 = nvme::withBits(answer.completion.dword0, half, value)});
 }
@@ -64,7 +64,7 @@ core::Status NvmeFeaturesJob::set(Device& device, const Attribute& property) {
                                       statuses::invalidTemperatureThreshold()));
     } else if (isNamed(property, properties::SMBusAddress())) {
         const auto address = numberOf(property, {1, UINT8_MAX}, statuses::invalidSmBusAddress());
-        drive_settings::setAndCheck(
+        setting_writes::setAndCheck(
             device, {.feature = norvo::feature_ids::SMBUS_ADDRESS, .cdw11 = address});
     } else if (isNamed(property, properties::AggregationThreshold())) {
         setAggregation(device, coalescing::THR,

@@ -3,7 +3,7 @@
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
-#include "interfaces/orveli/jobs/DriveSettings.h"
+#include "interfaces/orveli/jobs/SettingWrites.h"
 #include "protocols/norvo/Vendor.h"
 
 namespace orvel::interfaces::orveli::jobs {
@@ -19,7 +19,7 @@ std::unique_ptr<Job> PhyConfigJob::clone() const {
 core::Status PhyConfigJob::set(core::Device& device, const core::Attribute& property) {
     requireName(property, features::phy_config::PhyConfig());
     const auto config = numberOf(property, {0, 3}, statuses::invalidPhyConfig());
-    drive_settings::set(
+    setting_writes::set(
         device, {protocols::norvo::sct_features::PHY_CONFIG, static_cast<std::uint16_t>(config)},
         statuses::invalidPhyConfigSettings());
     return successAfterPowerCycle();

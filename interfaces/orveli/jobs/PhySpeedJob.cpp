@@ -4,7 +4,7 @@
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
 #include "interfaces/orveli/jobs/AtaAccess.h"
-#include "interfaces/orveli/jobs/DriveSettings.h"
+#include "interfaces/orveli/jobs/SettingWrites.h"
 #include "protocols/ata/IdentifyDevice.h"
 #include "protocols/norvo/Vendor.h"
 
@@ -56,7 +56,7 @@ core::Status PhySpeedJob::set(core::Device& device, const core::Attribute& prope
     const core::Payload identify = ata_access::identifyDevice(device);
     if (!protocols::ata::identify_device::isSet(identify, speed.capability))
         throw statuses::invalidPhySpeed();
-    drive_settings::set(device, {protocols::norvo::sct_features::PHY_SPEED, speed.generation},
+    setting_writes::set(device, {protocols::norvo::sct_features::PHY_SPEED, speed.generation},
                         statuses::invalidSctFeatureControlCommand());
     return successAfterPowerCycle();
 }

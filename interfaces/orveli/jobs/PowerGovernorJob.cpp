@@ -3,7 +3,7 @@
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
-#include "interfaces/orveli/jobs/DriveSettings.h"
+#include "interfaces/orveli/jobs/SettingWrites.h"
 #include "protocols/norvo/Vendor.h"
 
 namespace orvel::interfaces::orveli::jobs {
@@ -21,10 +21,10 @@ core::Status PowerGovernorJob::set(core::Device& device, const core::Attribute& 
     requireName(property, features::power_governor::PowerGovernorMode());
     const auto mode = numberOf(property, {0, 2}, statuses::invalidPowerMode());
     if (isNvme(device)) {
-        drive_settings::setAndCheck(device,
+        setting_writes::setAndCheck(device,
                                     {.feature = norvo::feature_ids::POWER_GOVERNOR, .cdw11 = mode});
     } else {
-        drive_settings::setAndCheck(
+        setting_writes::setAndCheck(
             device, {norvo::sct_features::POWER_GOVERNOR, static_cast<std::uint16_t>(mode)},
             statuses::invalidSctFeatureControlCommand());
     }

@@ -3,7 +3,7 @@
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
-#include "interfaces/orveli/jobs/DriveSettings.h"
+#include "interfaces/orveli/jobs/SettingWrites.h"
 #include "protocols/norvo/Vendor.h"
 
 namespace orvel::interfaces::orveli::jobs {
@@ -47,7 +47,7 @@ core::Status SctFeatureControlJob::set(core::Device& device, const Attribute& pr
         feature = sct::Feature::TEMPERATURE_LOGGING_INTERVAL;
         state = numberOf(property, {1, UINT16_MAX}, invalidInterval(property));
     }
-    drive_settings::setAndCheck(device, {feature, static_cast<std::uint16_t>(state)},
+    setting_writes::setAndCheck(device, {feature, static_cast<std::uint16_t>(state)},
                                 statuses::invalidSctFeatureControlCommand());
     return {};
 }

@@ -3,7 +3,7 @@
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
-#include "interfaces/orveli/jobs/DriveSettings.h"
+#include "interfaces/orveli/jobs/SettingWrites.h"
 #include "protocols/norvo/Vendor.h"
 
 namespace orvel::interfaces::orveli::jobs {
@@ -18,7 +18,7 @@ std::unique_ptr<Job> SpreadSpectrumClockingJob::clone() const {
 core::Status SpreadSpectrumClockingJob::set(core::Device& device, const core::Attribute& property) {
     requireName(property, features::spread_spectrum_clocking::SSCEnabled());
     const std::uint16_t state = booleanOf(property) ? 1 : 0;
-    drive_settings::set(device, {protocols::norvo::sct_features::SPREAD_SPECTRUM_CLOCKING, state},
+    setting_writes::set(device, {protocols::norvo::sct_features::SPREAD_SPECTRUM_CLOCKING, state},
                         features::statuses::invalidSctFeatureControlCommand());
     return successAfterPowerCycle();
 }

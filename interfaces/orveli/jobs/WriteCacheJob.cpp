@@ -4,7 +4,7 @@
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
 #include "interfaces/orveli/jobs/AtaAccess.h"
-#include "interfaces/orveli/jobs/DriveSettings.h"
+#include "interfaces/orveli/jobs/SettingWrites.h"
 #include "protocols/ata/IdentifyDevice.h"
 
 namespace orvel::interfaces::orveli::jobs {
@@ -30,10 +30,10 @@ void setBySetFeatures(Device& device, bool isWanted) {
                                   : ata::set_features::DISABLE_VOLATILE_WRITE_CACHE);
     // While the SCT feature decides, drives refuse, or agree and do nothing.
     const std::string words = properties::WriteCacheState().getName() + " may decide it.";
-    drive_settings::explainRefusal([&] { ata_access::send(device, command); }, words);
+    setting_writes::explainRefusal([&] { ata_access::send(device, command); }, words);
     const bool isEnabled = identify_device::isSet(ata_access::identifyDevice(device),
                                                   identify_device::word_85::VOLATILE_WRITE_CACHE);
-    if (isEnabled != isWanted) throw withWords(drive_settings::valueNotTaken(), words);
+    if (isEnabled != isWanted) throw withWords(setting_writes::valueNotTaken(), words);
 }
 
 }  // namespace
@@ -51,7 +51,7 @@ core::Status WriteCacheJob::set(Device& device, const core::Attribute& property)
         setBySetFeatures(device, isWanted);
         return {};
     }
-    drive_settings::SctSetting setting{sct::Feature::WRITE_CACHE, 0};
+    setting_writes::SctSetting setting{sct::Feature::WRITE_CACHE, 0};
     if (isNamed(property, properties::WriteCacheState())) {
         const Range states{sct::write_cache_state::BY_SET_FEATURES,
                            sct::write_cache_state::DISABLED};
@@ -64,7 +64,7 @@ core::Status WriteCacheJob::set(Device& device, const core::Attribute& property)
                                             : sct::write_cache_reordering_state::DISABLED;
     }
     requireWriteCache(device);
-    drive_settings::setAndCheck(device, setting, statuses::invalidSctFeatureControlCommand());
+    setting_writes::setAndCheck(device, setting, statuses::invalidSctFeatureControlCommand());
     return {};
 }
 

@@ -1,4 +1,4 @@
-#include "interfaces/orveli/jobs/DriveSettings.h"
+#include "interfaces/orveli/jobs/SettingWrites.h"
 
 #include "core/CoreStatuses.h"
 #include "features/FeatureStatuses.h"
@@ -7,7 +7,7 @@
 #include "interfaces/orveli/jobs/SettingJob.h"
 #include "protocols/nvme/Structures.h"
 
-namespace orvel::interfaces::orveli::jobs::drive_settings {
+namespace orvel::interfaces::orveli::jobs::setting_writes {
 
 using core::Device;
 using core::Status;
@@ -71,4 +71,4 @@ Status valueNotTaken() {
                      "The drive kept another value.");
 }
 
-}  // namespace orvel::interfaces::orveli::jobs::drive_settings
+}  // namespace orvel::interfaces::orveli::jobs::setting_writes

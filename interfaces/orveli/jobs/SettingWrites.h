@@ -10,7 +10,7 @@
 #include <functional>
 #include <string>
 
-namespace orvel::interfaces::orveli::jobs::drive_settings {
+namespace orvel::interfaces::orveli::jobs::setting_writes {
 
 // Each throws core::Status by value, the path's if no answer comes. Those that read back throw
 // 10/164 for a drive that agreed and has another value all the same.
@@ -41,4 +41,4 @@ void explainRefusal(const std::function<void()>& send, const std::string& words)
 /// 10/164: the drive took the command and kept its value.
 core::Status valueNotTaken();
 
-}  // namespace orvel::interfaces::orveli::jobs::drive_settings
+}  // namespace orvel::interfaces::orveli::jobs::setting_writes
