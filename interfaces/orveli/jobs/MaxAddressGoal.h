@@ -14,9 +14,6 @@ public:
     /// that no drive takes: zero, negative, over 100 %, or above 64 bits.
     explicit MaxAddressGoal(const std::string& text);
 
-    /// Whether `toLba` asks for the sector size at all.
-    bool isInGigabytes() const { return unit == Unit::GIGABYTES; }
-
     /// The highest LBA, at most `native`. Throws 10/42 for more than the drive has, or less than
     /// one sector of it; 10/210 for gigabytes in sectors of neither 512 nor 4096 bytes.
     ///

@@ -6,9 +6,9 @@
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
 #include "interfaces/orveli/jobs/AtaAccess.h"
-#include "interfaces/orveli/jobs/SettingWrites.h"
 #include "interfaces/orveli/jobs/MaxAddressGoal.h"
 #include "interfaces/orveli/jobs/NvmeAccess.h"
+#include "interfaces/orveli/jobs/SettingWrites.h"
 #include "protocols/ata/IdentifyDevice.h"
 #include "protocols/norvo/Structures.h"
 #include "protocols/norvo/Vendor.h"
@@ -59,17 +59,6 @@ std::uint64_t userSectors(const Payload& identify) {
                                                       : ata_identify::UserAddressableSectors);
 }
 
-void change(Device& device, const ata::AtaCommand& command) {
-    try {
-        ata_access::send(device, command);
-    } catch (const Status& status) {
-        if (status != core::statuses::ataCommandProblem()) throw;
-        // Drives abort a second change, and nothing else in their answer tells why.
-        throw withWords(status,
-                        "A drive takes one change of its maximum address in a power cycle.");
-    }
-}
-
 void setOnAta(Device& device, const MaxAddressGoal& goal) {
     const Payload identify = ata_access::identifyDevice(device);
     const bool isAccessible = methodOf(device, identify) == Method::ACCESSIBLE_MAX_ADDRESS;
@@ -77,9 +66,12 @@ void setOnAta(Device& device, const MaxAddressGoal& goal) {
     const auto native = ata_access::send(device, isAccessible ? ata::getNativeMaxAddressExt()
                                                               : ata::readNativeMaxAddressExt());
     const std::uint64_t lba = goal.toLba(native.returned.lba, sectorBytesOfAta(identify));
-    change(device, isAccessible
-                       ? ata::setAccessibleMaxAddressExt(lba)
-                       : ata::setMaxAddressExt(lba, ata::MaxAddressLifetime::OVER_POWER_OFF));
+    const ata::AtaCommand command =
+        isAccessible ? ata::setAccessibleMaxAddressExt(lba)
+                     : ata::setMaxAddressExt(lba, ata::MaxAddressLifetime::OVER_POWER_OFF);
+    setting_writes::explainRefusal(
+        [&] { ata_access::send(device, command); },
+        "A drive takes one change of its maximum address in a power cycle.");
     if (userSectors(ata_access::identifyDevice(device)) != lba + 1)
         throw setting_writes::valueNotTaken();
 }
@@ -88,29 +80,51 @@ void setOnAta(Device& device, const MaxAddressGoal& goal) {
 
 constexpr std::uint32_t FIRST_NAMESPACE = 1;
 
-/// 0 for a format with metadata, be it apart or not, and for none: no capacities go with them.
-std::uint64_t sectorBytesOfNvme(Device& device) {
+/// What the native maximum is counted in, whatever the format.
+constexpr std::uint64_t NATIVE_BLOCK_BYTES = 512;
+
+struct BlockFormat {
+    std::uint64_t dataBytes;
+    bool hasMetadata;
+};
+
+/// Throws 10/3 if there is no such namespace, or nothing that can be its size.
+BlockFormat readFormat(Device& device) {
     namespace in = nvme::identify_namespace;
+    constexpr std::uint64_t SMALLEST_EXPONENT = 9;
     constexpr std::uint64_t LARGEST_EXPONENT = 31;
     const Payload identify = nvme_access::identify(device, nvme::cns::NAMESPACE, FIRST_NAMESPACE);
     const std::uint32_t format = nvme::readBits(identify, in::FLBAS, nvme::flbas::FORMAT);
     const Payload lbaFormat = protocols::readEntry(identify, in::LBA_FORMATS, format);
     const std::uint64_t exponent = protocols::readNumber(lbaFormat, nvme::lba_format::LBADS);
-    const bool hasMetadata = protocols::readNumber(lbaFormat, nvme::lba_format::MS) != 0;
-    return hasMetadata || exponent > LARGEST_EXPONENT ? 0 : std::uint64_t{1} << exponent;
+    if (exponent < SMALLEST_EXPONENT || exponent > LARGEST_EXPONENT)
+        throw statuses::featureNotSupportedByDrive();
+    return {std::uint64_t{1} << exponent,
+            protocols::readNumber(lbaFormat, nvme::lba_format::MS) != 0};
+}
+
+/// The highest native LBA in blocks of this size. Throws 10/3 if the drive doesn't tell one.
+std::uint64_t nativeMaximum(Device& device, std::uint64_t blockBytes) {
+    const Payload controller = nvme_access::identify(device, nvme::cns::CONTROLLER);
+    const std::uint64_t native =
+        protocols::readNumber(controller, norvo::identify_controller::NativeMaximumLBA);
+    const bool isTold = native != 0 && native != UINT64_MAX;
+    const std::uint64_t blocks = isTold ? (native + 1) / (blockBytes / NATIVE_BLOCK_BYTES) : 0;
+    if (blocks == 0) throw statuses::featureNotSupportedByDrive();
+    return blocks - 1;
 }
 
 void setOnNvme(Device& device, const MaxAddressGoal& goal) {
     constexpr unsigned UPPER_DWORD = 32;
-    const Payload controller = nvme_access::identify(device, nvme::cns::CONTROLLER);
-    const std::uint64_t native =
-        protocols::readNumber(controller, norvo::identify_controller::NativeMaximumLBA);
-    if (native == 0) throw statuses::featureNotSupportedByDrive();
-    const std::uint64_t lba =
-        goal.toLba(native, goal.isInGigabytes() ? sectorBytesOfNvme(device) : 0);
-    setting_writes::setAndCheck(device, {.feature = norvo::feature_ids::MAXIMUM_LBA,
-                                         .cdw11 = static_cast<std::uint32_t>(lba),
-                                         .cdw12 = static_cast<std::uint32_t>(lba >> UPPER_DWORD)});
+    const BlockFormat format = readFormat(device);
+    // Capacities are counted in blocks of plain data.
+    const std::uint64_t lba = goal.toLba(nativeMaximum(device, format.dataBytes),
+                                         format.hasMetadata ? 0 : format.dataBytes);
+    const nvme::FeatureChange change{.feature = norvo::feature_ids::MAXIMUM_LBA,
+                                     .cdw11 = static_cast<std::uint32_t>(lba),
+                                     .cdw12 = static_cast<std::uint32_t>(lba >> UPPER_DWORD)};
+    setting_writes::explainRefusal([&] { setting_writes::setAndCheck(device, change); },
+                                   "A drive takes it while namespace 1 is its only one.");
 }
 
 }  // namespace

@@ -3,8 +3,8 @@
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
-#include "interfaces/orveli/jobs/SettingWrites.h"
 #include "interfaces/orveli/jobs/NvmeAccess.h"
+#include "interfaces/orveli/jobs/SettingWrites.h"
 #include "protocols/norvo/Vendor.h"
 #include "protocols/nvme/Features.h"
 

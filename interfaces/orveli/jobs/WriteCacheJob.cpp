@@ -25,16 +25,15 @@ void requireWriteCache(Device& device) {
 }
 
 void setBySetFeatures(Device& device, bool isWanted) {
-    ata_access::send(device,
-                     ata::setFeatures(isWanted ? ata::set_features::ENABLE_VOLATILE_WRITE_CACHE
-                                               : ata::set_features::DISABLE_VOLATILE_WRITE_CACHE));
+    const ata::AtaCommand command =
+        ata::setFeatures(isWanted ? ata::set_features::ENABLE_VOLATILE_WRITE_CACHE
+                                  : ata::set_features::DISABLE_VOLATILE_WRITE_CACHE);
+    // While the SCT feature decides, drives refuse, or agree and do nothing.
+    const std::string words = properties::WriteCacheState().getName() + " may decide it.";
+    setting_writes::explainRefusal([&] { ata_access::send(device, command); }, words);
     const bool isEnabled = identify_device::isSet(ata_access::identifyDevice(device),
                                                   identify_device::word_85::VOLATILE_WRITE_CACHE);
-    // SET FEATURES succeeds without an effect while the SCT feature decides.
-    if (isEnabled != isWanted) {
-        throw withWords(setting_writes::valueNotTaken(),
-                        properties::WriteCacheState().getName() + " may decide it.");
-    }
+    if (isEnabled != isWanted) throw withWords(setting_writes::valueNotTaken(), words);
 }
 
 }  // namespace

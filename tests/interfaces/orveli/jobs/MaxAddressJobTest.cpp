@@ -272,9 +272,12 @@ TEST_F(MaxAddress, APathThatFailsIsNoRefusalOfTheDrive) {
 TEST_F(MaxAddress, NvmeDrivesTakeItAsAFeatureThatIsSaved) {
     onNvmeDrive(6251233967, 9, 0, {dword(0x05), dword(0xFFFFFFFF)});
     EXPECT_EQ(setNvmeMaximum("4294967295"), DONE);
-    ASSERT_EQ(nvmeDrive.sentNvme().size(), 5U);
-    const auto& setting = nvmeDrive.sentNvme()[3].fields;
+    ASSERT_EQ(nvmeDrive.sentNvme().size(), 6U);
+    EXPECT_EQ(nvmeDrive.sentNvme()[0].fields.nsid, 1U);
+    EXPECT_EQ(nvmeDrive.sentNvme()[0].fields.cdw10, 0U);
+    const auto& setting = nvmeDrive.sentNvme()[4].fields;
     EXPECT_EQ(setting.opcode, 0x09);
+    EXPECT_EQ(setting.nsid, 0U);
     EXPECT_EQ(setting.cdw10, 0x800000C1U);
     EXPECT_EQ(setting.cdw11, 0xFFFFFFFFU);
     EXPECT_EQ(setting.cdw12, 0U);
@@ -284,31 +287,61 @@ TEST_F(MaxAddress, NvmeDrivesTakeItAsAFeatureThatIsSaved) {
     onNvmeDrive(6251233967, 9, 0, {dword(0x05), dword(0x749A42AF)});
     EXPECT_EQ(setNvmeMaximum("3200GB"), DONE);
     ASSERT_EQ(nvmeDrive.sentNvme().size(), 6U);
-    EXPECT_EQ(nvmeDrive.sentNvme()[1].fields.nsid, 1U);
     EXPECT_EQ(nvmeDrive.sentNvme()[4].fields.cdw11, 0x749A42AFU);
     EXPECT_EQ(nvmeDrive.sentNvme()[4].fields.cdw12, 1U);
 }
 
+TEST_F(MaxAddress, ANativeMaximumCountsBlocksOf512BytesInAnyFormat) {
+    onNvmeDrive(781404247, 12, 0, {dword(0x05), dword(97675530)});
+    EXPECT_EQ(setNvmeMaximum("native"), DONE);
+    EXPECT_EQ(nvmeDrive.sentNvme()[4].fields.cdw11, 97675530U);
+    EXPECT_EQ(setNvmeMaximum("97675531"), INVALID_VALUE);
+
+    // Seven blocks of 512 bytes at the end are no block of 4096.
+    nvmeDrive.sentNvme().clear();
+    onNvmeDrive(781404254, 12, 0, {dword(0x05), dword(97675530)});
+    EXPECT_EQ(setNvmeMaximum("100%"), DONE);
+
+    // Metadata doesn't count.
+    nvmeDrive.sentNvme().clear();
+    onNvmeDrive(1000, 9, 8, {dword(0x05), dword(1000)});
+    EXPECT_EQ(setNvmeMaximum("native"), DONE);
+}
+
 TEST_F(MaxAddress, GigabytesFollowTheFormatOfTheFirstNamespace) {
-    onNvmeDrive(781404245, 12, 0, {dword(0x05), dword(12212045)});
+    onNvmeDrive(781404247, 12, 0, {dword(0x05), dword(12212045)});
     EXPECT_EQ(setNvmeMaximum("50GB"), DONE);
     EXPECT_EQ(nvmeDrive.sentNvme()[4].fields.cdw11, 12212045U);
-    onNvmeDrive(781404245, 9, 8, {dword(0)});
-    EXPECT_EQ(setNvmeMaximum("50GB"), INVALID_SECTOR_SIZE);
-    onNvmeDrive(781404245, 9, 16, {dword(0)});
-    EXPECT_EQ(setNvmeMaximum("50GB"), INVALID_SECTOR_SIZE);
-    onNvmeDrive(781404245, 0xFF, 0, {dword(0)});
-    EXPECT_EQ(setNvmeMaximum("50GB"), INVALID_SECTOR_SIZE);
-    onNvmeDrive(781404245, 0, 0, {dword(0)});
+    for (const std::uint8_t metadata : std::initializer_list<std::uint8_t>{8, 16, 64}) {
+        onNvmeDrive(781404247, 9, metadata, {dword(0)});
+        EXPECT_EQ(setNvmeMaximum("50GB"), INVALID_SECTOR_SIZE);
+    }
+    onNvmeDrive(781404247, 10, 0, {dword(0)});
     EXPECT_EQ(setNvmeMaximum("50GB"), INVALID_SECTOR_SIZE);
 }
 
-TEST_F(MaxAddress, AnNvmeDriveWithoutANativeSizeIsNotSupported) {
-    onNvmeDrive(0, 9, 0, {dword(0)});
+TEST_F(MaxAddress, AnNvmeDriveWithoutANativeSizeOrAFirstNamespaceIsNotSupported) {
+    for (const std::uint64_t native : {std::uint64_t{0}, UINT64_MAX}) {
+        onNvmeDrive(native, 9, 0, {dword(0)});
+        EXPECT_EQ(setNvmeMaximum("native"), NOT_SUPPORTED_BY_DRIVE);
+    }
+    onNvmeDrive(6, 12, 0, {dword(0)});
     EXPECT_EQ(setNvmeMaximum("native"), NOT_SUPPORTED_BY_DRIVE);
+    for (const std::uint8_t exponent : std::initializer_list<std::uint8_t>{0, 8, 32, 255}) {
+        onNvmeDrive(1000, exponent, 0, {dword(0)});
+        EXPECT_EQ(setNvmeMaximum("native"), NOT_SUPPORTED_BY_DRIVE);
+    }
+}
+
+TEST_F(MaxAddress, AnNvmeDriveMayKeepItsSizeOrRefuse) {
     onNvmeDrive(1000, 9, 0, {dword(0x05), dword(999)});
     EXPECT_EQ(setNvmeMaximum("native"), VALUE_NOT_TAKEN);
-    EXPECT_EQ(setNvmeMaximum("1001"), INVALID_VALUE);
+    Reply refused;
+    refused.nvmeStatus = {0, 0x80};
+    nvmeDrive.onNvme(0x09, 0xC1, {refused});
+    EXPECT_EQ(setNvmeMaximum("native"),
+              "0/25 NVMe command reported a problem. Set Features: LBA Out of Range. A drive takes "
+              "it while namespace 1 is its only one.");
 }
 
 TEST_F(MaxAddress, IsNeitherForRaidMembersNorForDrivesWithPartitions) {

@@ -421,6 +421,12 @@ TEST_F(SataSettings, AWriteCacheThatStaysAsItWasIsTold) {
     EXPECT_EQ(set<WriteCacheJob>(drive, {"WriteCacheEnabled", "boolean", "False"}),
               "10/164 Configuration update failed. The drive kept another value. WriteCacheState "
               "may decide it.");
+    drive.onAta(SET_FEATURES, 0x82, 0, {refused()});
+    EXPECT_EQ(set<WriteCacheJob>(drive, {"WriteCacheEnabled", "boolean", "False"}),
+              "0/10 ATA command reported a problem. SET FEATURES: error register 0x04. "
+              "WriteCacheState may decide it.");
+    drive.onAta(SET_FEATURES, 0x82, 0, {unreachable()});
+    EXPECT_EQ(set<WriteCacheJob>(drive, {"WriteCacheEnabled", "boolean", "False"}), "0/50 No way.");
 }
 
 TEST_F(SataSettings, WriteCacheStatesAreSctFeatures) {
