@@ -150,7 +150,7 @@ inline TaskFile readLog(std::uint64_t lba, std::uint16_t count = 1) {
 }
 
 /// A block that begins with these words.
-inline core::Payload blockOf(std::initializer_list<std::uint16_t> words) {
+inline core::Payload blockOf(const std::vector<std::uint16_t>& words) {
     const core::Payload block(512);
     std::uint32_t offset = 0;
     for (const std::uint16_t word : words) {
