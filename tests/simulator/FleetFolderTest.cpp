@@ -114,10 +114,12 @@ TEST(FleetFolder, ReplacesWhatALinkLeadsTo) {
     const std::string target = simulation.temporary.path("elsewhere.json");
     std::filesystem::rename(simulation.state, target);
     std::filesystem::create_symlink(target, simulation.state);
+    const ino_t before = identity(target);
     const auto folder = simulation.makeFolder();
     setCounter(folder->open(), 8);
     folder->commit();
     EXPECT_TRUE(std::filesystem::is_symlink(simulation.state));
+    EXPECT_NE(identity(target), before);
     EXPECT_EQ(counter(simulation.makeFolder()->open()), 8U);
 }
 
