@@ -66,6 +66,29 @@ TEST(FleetFolder, MakesTheDefaultFleetAtTheFirstUse) {
     EXPECT_EQ(FleetFolder(path).open(), expected);
 }
 
+constexpr const char* DESCRIPTION = R"({
+  "drives": [
+    {
+      "kind": "NVMe",
+      "devicePath": "/dev/nvme5",
+      "smartHealthLog": {"PowerCycles": 41}
+    }
+  ]
+})";
+
+TEST(FleetFolder, TakesADescriptionAtTheFirstUse) {
+    const TemporaryFolder temporary;
+    writeAll(temporary.path("fleet.json"), DESCRIPTION);
+    FleetFolder folder(temporary.path());
+    ASSERT_EQ(folder.open().drives.size(), 1U);
+    EXPECT_EQ(folder.open().drives[0].devicePath, "/dev/nvme5");
+    EXPECT_EQ(counter(folder.open()), 41U);
+    setCounter(folder.open(), 43);
+    folder.commit();
+    EXPECT_EQ(counter(folder.open()), 43U);
+    EXPECT_EQ(readAll(temporary.path("fleet.json")), DESCRIPTION);
+}
+
 TEST(FleetFolder, KeepsWhatIsCommitted) {
     FleetSimulation simulation;
     const auto folder = simulation.makeFolder();
@@ -235,15 +258,10 @@ TEST(FleetFolder, TakesPowerAwayOnceIfItIsTold) {
 
 TEST(FleetFolder, TakesPowerAwayFromDrivesThatAreNew) {
     const TemporaryFolder temporary;
-    std::uint64_t without = 0;
-    {
-        FleetFolder folder(temporary.path("one"));
-        without = counter(folder.open());
-    }
-    std::filesystem::create_directory(temporary.path("two"));
-    writeAll(temporary.path("two/power-cycle"), "");
-    FleetFolder folder(temporary.path("two"));
-    EXPECT_EQ(counter(folder.open()), without + 1);
+    writeAll(temporary.path("fleet.json"), DESCRIPTION);
+    writeAll(temporary.path("power-cycle"), "");
+    FleetFolder folder(temporary.path());
+    EXPECT_EQ(counter(folder.open()), 42U);
 }
 
 TEST(FleetFolder, LetsTimePassFaster) {
