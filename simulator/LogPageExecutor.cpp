@@ -189,8 +189,8 @@ NvmeAnswer executeGetLogPage(NvmeDrive& drive, const NvmeRequest& request) {
     NvmeAnswer answer;
     answer.output = core::Payload(static_cast<std::uint32_t>(logPageBytes(fields)));
     const auto offset = static_cast<std::uint32_t>(logPageOffset(fields));
-    const std::uint32_t bytes = std::min(page.size() - offset, answer.output.size());
-    if (bytes > 0) std::copy_n(page.data() + offset, bytes, answer.output.data());
+    std::copy_n(page.data() + offset, std::min(page.size() - offset, answer.output.size()),
+                answer.output.data());
     if (readBits(fields.cdw10, get_log_page_cdw10::LID) == log_pages::CHANGED_NAMESPACE_LIST &&
         readBits(fields.cdw10, get_log_page_cdw10::RAE) == 0) {
         drive.changedNamespaces.clear();

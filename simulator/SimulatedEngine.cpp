@@ -6,9 +6,9 @@
 
 #include <cerrno>
 #include <chrono>
-#include <future>
-#include <map>
+#include <condition_variable>
 #include <mutex>
+#include <set>
 #include <utility>
 
 namespace orvel::simulator {
@@ -32,35 +32,34 @@ private:
 /// Those who wait for a report. A completion record carries no more than a number to find them by.
 class Waiters {
 public:
-    std::uint32_t add(std::promise<void> waiter) {
+    std::uint32_t add() {
         const std::lock_guard lock(mutex);
         while (waiting.contains(next))
             ++next;
-        waiting.emplace(next, std::move(waiter));
+        waiting.insert(next);
         return next++;
     }
 
     void remove(std::uint32_t number) {
-        const std::lock_guard lock(mutex);
-        waiting.erase(number);
+        {
+            const std::lock_guard lock(mutex);
+            waiting.erase(number);
+        }
+        isReported.notify_all();
     }
 
-    void release(std::uint32_t number) {
-        auto waiter = take(number);
-        if (waiter) waiter.mapped().set_value();
+    /// Until somebody removes it.
+    void await(std::uint32_t number) {
+        std::unique_lock lock(mutex);
+        while (waiting.contains(number))
+            isReported.wait(lock);
     }
 
 private:
-    using Promises = std::map<std::uint32_t, std::promise<void>>;
-
-    Promises::node_type take(std::uint32_t number) {
-        const std::lock_guard lock(mutex);
-        return waiting.extract(number);
-    }
-
     std::mutex mutex;
-    Promises waiting;        // guarded by mutex
-    std::uint32_t next = 1;  // guarded by mutex
+    std::condition_variable isReported;
+    std::set<std::uint32_t> waiting;  // guarded by mutex
+    std::uint32_t next = 1;           // guarded by mutex
 };
 
 Waiters& waiters() {
@@ -84,9 +83,7 @@ core::Status SimulatedEngine::run(const core::QueueableCommand& command, const c
         outcome = statusOf(work);
         return outcome;
     });
-    std::promise<void> promise;
-    const std::future<void> reported = promise.get_future();
-    const std::uint32_t number = waiters().add(std::move(promise));
+    const std::uint32_t number = waiters().add();
     core::CompletionRecord& record = transfer->getCommand()->getCompletionRecord();
     record.context = number;
     record.callback = &report;
@@ -98,7 +95,7 @@ core::Status SimulatedEngine::run(const core::QueueableCommand& command, const c
         setSenderThreadCount(1);
         return systemError(EAGAIN);
     }
-    reported.wait();
+    waiters().await(number);
     return outcome;
 }
 
@@ -116,7 +113,7 @@ void SimulatedEngine::ioSend(int /*slot*/, std::unique_ptr<core::AsyncEngineComm
 }
 
 void SimulatedEngine::report(core::CompletionRecord* record) {
-    waiters().release(record->context);
+    waiters().remove(record->context);
 }
 
 }  // namespace orvel::simulator

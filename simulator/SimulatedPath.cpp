@@ -88,9 +88,10 @@ core::CommandResult SimulatedPath::send(const core::Command& command, Payload in
     auto* engine = dynamic_cast<SimulatedEngine*>(getAsyncEngine());
     result.status = checkKind(command);
     if (result.status == success()) {
-        result.status = queueable && engine && isLong(command)
-                            ? engine->run(*queueable, input, work)
-                            : statusOf(work);
+        result.status = statusOf([&] {
+            return queueable && engine && isLong(command) ? engine->run(*queueable, input, work)
+                                                          : work();
+        });
     }
 
     // The time of day may be set meanwhile.

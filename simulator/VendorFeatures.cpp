@@ -33,8 +33,8 @@ std::uint64_t nativeBlocks(const NvmeDrive& drive, const core::Payload& identify
     const std::uint64_t factor = currentBlockSize(identify) / NATIVE_BLOCK;
     const std::uint64_t native = protocols::readNumber(
         drive.identifyController, norvo::identify_controller::NativeMaximumLBA);
-    if (factor == 0 || native == UINT64_MAX) return 0;
-    return (native + 1) / factor;
+    // A number of all ones can't be meant, and comes out as none.
+    return factor == 0 ? 0 : (native + 1) / factor;
 }
 
 std::uint64_t wantedMaximumLba(const AdminCommandFields& fields) {
