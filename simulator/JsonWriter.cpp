@@ -55,7 +55,7 @@ void JsonWriter::number(std::uint64_t value) {
 
 void JsonWriter::wideNumber(const protocols::Number128& value) {
     separate();
-    out += value.str();
+    out += protocols::toText(value);
 }
 
 void JsonWriter::signedNumber(std::int64_t value) {

@@ -183,7 +183,7 @@ void settleNamespaces(const TextPlace& place, NvmeDrive& drive) {
         settleNamespace(entry, most, one);
         const Number128 bytes =
             protocols::readWideNumber(one.identify, nvme::identify_namespace::NVMCAP);
-        if (bytes > left) entry.fail("at most " + left.str() + " bytes were expected");
+        if (bytes > left) entry.fail("at most " + protocols::toText(left) + " bytes were expected");
         left -= bytes;
     }
     const JsonTree* const identify = memberOf(place.getTree(), "identifyController");

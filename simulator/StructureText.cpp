@@ -43,7 +43,7 @@ core::Payload toPayload(const std::vector<std::uint8_t>& bytes) {
 /// The largest number that fits.
 Number128 maximumOf(const Field& field) {
     const unsigned bits = field.size * BITS_PER_BYTE;
-    const auto all = std::numeric_limits<Number128>::max();
+    const Number128 all = ~Number128(0);
     constexpr unsigned WIDEST = 128;
     return bits >= WIDEST ? all : all >> (WIDEST - bits);
 }

@@ -7,6 +7,7 @@
 #include "protocols/ata/Logs.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace orvel::interfaces::orveli::jobs::ata_logs {
 
@@ -36,7 +37,7 @@ core::Payload read(core::Device& device, std::uint8_t logAddress, std::uint32_t 
         const core::Payload piece =
             ata_access::readLog(device, logAddress, static_cast<std::uint16_t>(firstPage + done),
                                 static_cast<std::uint16_t>(count));
-        std::copy_n(piece.data(), count * PAGE_SIZE, log.data() + done * PAGE_SIZE);
+        std::copy_n(piece.data(), count * PAGE_SIZE, log.data() + std::size_t{done} * PAGE_SIZE);
     }
     return log;
 }

@@ -45,7 +45,7 @@ core::Payload NvmeLogReader::read(const nvme::LogPageRequest& request) const {
     core::Payload page(request.bytes);
     nvme::LogPageRequest piece = request;
     for (std::uint32_t done = 0; done < request.bytes; done += piece.bytes) {
-        piece.offset = request.offset + done;
+        piece.offset = done;
         piece.bytes = std::min(largestPiece, request.bytes - done);
         std::copy_n(readPiece(device, piece).data(), piece.bytes, page.data() + done);
     }

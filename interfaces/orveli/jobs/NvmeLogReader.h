@@ -15,7 +15,7 @@ public:
     /// Identifies the controller. Throws core::Status by value as `nvme_access::identify` does.
     explicit NvmeLogReader(core::Device& device);
 
-    /// `request.bytes` from `request.offset` on. Throws core::Status by value: 10/3 for a page that
+    /// `request.bytes` from the page's start on. Throws core::Status by value: 10/3 for a page that
     /// the drive doesn't have, 0/25 for another refusal, 0/49 if data is missing, or the path's.
     core::Payload read(const protocols::nvme::LogPageRequest& request) const;
 

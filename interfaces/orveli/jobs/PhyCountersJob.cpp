@@ -21,7 +21,7 @@ namespace {
 std::string nameOf(const ata::PhyEventCounter& counter) {
     constexpr std::uint16_t RESERVED = 0x0FFF;
     constexpr std::uint16_t VENDOR_SPECIFIC = 0x8000;
-    const std::string words = ata::phyEventCounterName(counter.id);
+    std::string words = ata::phyEventCounterName(counter.id);
     const bool isNamed = words != ata::phyEventCounterName(RESERVED) &&
                          words != ata::phyEventCounterName(VENDOR_SPECIFIC);
     if (isNamed) return words;

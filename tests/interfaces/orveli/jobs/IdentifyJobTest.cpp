@@ -197,6 +197,29 @@ TEST(IdentifyJob, AsksForWhatFollowsAFullList) {
     expectFailure(identify(structure("2")), drive, 10, 33);
 }
 
+TEST(IdentifyJob, AsksForWhatFollowsAFullListOfControllers) {
+    core::Payload full = bytesOf(4096, {{0, "FF07"}});
+    for (std::uint32_t i = 0; i < 2047; ++i) {
+        *full.at(2 * i + 2) = static_cast<std::uint8_t>(i);
+        *full.at(2 * i + 3) = static_cast<std::uint8_t>(i / 256);
+    }
+    ScriptedDrive drive = nvmeDrive();
+    drive.onNvme(IDENTIFY, 0x13, {{.data = full}, {.data = bytesOf(4096, {{0, "0100FF0F"}})}});
+    expectParts(outputOf(identify(structure("19")), drive),
+                {R"(name="NumberOfControllers" value="2048")",
+                 R"(name="NVMeControllerID 2046" value="2046")",
+                 R"(name="NVMeControllerID 2047" value="4095")"});
+    EXPECT_EQ(drive.sentNvme().back().fields.cdw10, 0x07FF0013U);
+}
+
+TEST(IdentifyJob, FailsForAListThatIsNotAscending) {
+    ScriptedDrive drive = nvmeDrive();
+    drive.onNvme(IDENTIFY, 0x02, {{.data = bytesOf(4096, {{0, "0100000001000000"}})}});
+    expectFailure(identify(structure("2")), drive, 10, 33);
+    drive.onNvme(IDENTIFY, 0x13, {{.data = bytesOf(4096, {{0, "020005000400"}})}});
+    expectFailure(identify(structure("19")), drive, 10, 33);
+}
+
 TEST(IdentifyJob, ADriveWithoutNamespaceManagementHasOneController) {
     ScriptedDrive drive = nvmeDrive(Management::NOT_SUPPORTED);
     drive.onNvme(IDENTIFY, 0x00, {{.data = bytesOf(4096, {{0, "77"}})}});

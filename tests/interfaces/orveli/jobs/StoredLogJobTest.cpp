@@ -130,7 +130,7 @@ TEST(StoredLogJob, EachLogHasItsPageItsSignatureAndItsFailure) {
 TEST(StoredLogJob, ALogOfASataDriveIsNoLongerThanTheDirectoryTells) {
     ScriptedDrive drive = sataDrive();
     drive.onAta(READ_LOG_EXT, 0, 0xA1,
-                {{.data = bytesOf(512, {{0, "45564E54"}, {8, "00040000"}})}});
+                {{.data = bytesOf(1024, {{0, "45564E54"}, {8, "00040000"}})}});
     EventLogJob job;
     expectFailure(job, EVENT_LOG, drive, 10, 93);
 }
@@ -237,6 +237,7 @@ TEST(GplJob, RefusesAddressesAndPagesThatThereAreNot) {
         {R"(<Property name="LogAddress" value="log"/>)",                                                      10, 36},
         {R"(<Property name="LogAddress" value="0xB0"/><Property name="SectorCount" value="0"/>)",              0, 14},
         {R"(<Property name="LogAddress" value="0xB0"/><Property name="SectorCount" value="301"/>)",            0, 14},
+        {R"(<Property name="LogAddress" value="0xB0"/><Property name="PageNum" value="299"/><Property name="SectorCount" value="2"/>)", 0, 14},
         {R"(<Property name="LogAddress" value="0xB0"/><Property name="SectorCount" value="99999999999"/>)",    0, 14},
         {R"(<Property name="LogAddress" value="0xB0"/><Property name="PageNum" value="300"/>)",                0, 14},
         {R"(<Property name="LogAddress" value="0xB0"/><Property name="PageNum" value="65536"/>)",              0, 14},
