@@ -75,7 +75,7 @@ std::uint64_t TextPlace::number(std::uint64_t least, std::uint64_t most) const {
 Number128 TextPlace::wideNumber(const Number128& most) const {
     const auto value = tree.empty() ? parseWideNumber(tree.data(), most) : std::nullopt;
     if (value) return *value;
-    failValue("a number from 0 to " + most.str());
+    failValue("a number from 0 to " + protocols::toText(most));
 }
 
 std::int64_t TextPlace::signedNumber(std::int64_t least, std::int64_t most) const {
