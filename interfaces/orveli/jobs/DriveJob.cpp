@@ -68,7 +68,7 @@ Status DriveJob::reportEach(std::unique_ptr<XmlElement>& response) {
     auto output = std::make_unique<XmlObject>();
     for (const auto& device : getDevices()) {
         XmlObject& drive = addSection(*output, title, keyOf(*device));
-        const Status status = reportOne(*device, drive);
+        Status status = reportOne(*device, drive);
         if (!isSuccess(status) && isMethod && getDevices().size() == 1) return status;
         const bool isBare = drive.getProperties().empty() && drive.getObjects().empty();
         if (!isSuccess(status) || isBare) drive.addObject(core::XmlConverter::toXml(status));
