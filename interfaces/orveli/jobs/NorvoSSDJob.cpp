@@ -180,7 +180,7 @@ void NorvoSSDJob::addNamed(Device& device, const std::string& name, XmlObject& d
 
 /// What the identification met with counts first; then the drive's own judgement.
 std::string NorvoSSDJob::deviceStatus(Device& device) const {
-    const std::string identified = device.readText(attributes::DeviceStatus());
+    std::string identified = device.readText(attributes::DeviceStatus());
     if (!device.readText(attributes::ErrorString()).empty()) return identified;
     const bool isUnhealthy = (isNvme(device) && hasNvmeWarning(device)) ||
                              (isAta(device) && exceedsSmartThreshold(device));

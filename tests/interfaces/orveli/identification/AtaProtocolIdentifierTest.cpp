@@ -140,6 +140,23 @@ TEST(AtaProtocolIdentifier, BelievesNoWordThatSaysItIsNotValid) {
     EXPECT_EQ(drive.sentAta().size(), 1U);
 }
 
+TEST(AtaProtocolIdentifier, BelievesWord119OnlyIfWord86SaysSo) {
+    Payload data = identifyData();
+    setWord(data, 86, 0x0000);
+    ScriptedDrive drive = driveWith(data);
+    EXPECT_EQ(drive->identify(), core::Status());
+    EXPECT_EQ(textOf(drive, attributes::AccessibleMaxAddressSupported()), "False");
+}
+
+TEST(AtaProtocolIdentifier, ADriveWithoutSectorsHasNoSize) {
+    Payload data = identifyData();
+    setWord(data, 101, 0x0000);
+    ScriptedDrive drive = driveWith(data);
+    EXPECT_EQ(drive->identify(), core::Status());
+    EXPECT_FALSE(drive->hasAttribute("MaximumLBA"));
+    EXPECT_FALSE(drive->hasAttribute("PhysicalSize"));
+}
+
 TEST(AtaProtocolIdentifier, TakesTheLargerNumberOfSectorsIfThereIsOne) {
     Payload data = identifyData();
     setWord(data, 69, 0x0008);

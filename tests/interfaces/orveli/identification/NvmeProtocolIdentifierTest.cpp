@@ -201,6 +201,15 @@ TEST(NvmeProtocolIdentifier, BearsGarbage) {
     EXPECT_EQ(textOf(drive, attributes::MaximumLBA()), "18446744073709551614");
 }
 
+TEST(NvmeProtocolIdentifier, KeepsTheUsualSectorSizeForAFormatThatIsNone) {
+    ScriptedDrive drive = healthyDrive();
+    drive.onNvme(IDENTIFY, NAMESPACE, {{.data = page({{0, bytes({0x08})}})}});
+    EXPECT_EQ(drive->identify(), core::Status());
+    EXPECT_EQ(textOf(drive, attributes::SectorSize()), "512");
+    EXPECT_FALSE(drive->hasAttribute("SectorDataSize"));
+    EXPECT_EQ(textOf(drive, attributes::MaximumLBA()), "7");
+}
+
 TEST(NvmeProtocolIdentifier, ReadsTheVendorsPartOfNoOtherMaker) {
     Payload other = controllerData();
     std::memcpy(other.at(24), "OTHER", 5);

@@ -61,10 +61,12 @@ TEST(PerformanceJob, BearsTotalsThatNoNumberHolds) {
     ScriptedDrive drive = nvmeDrive();
     const std::initializer_list<int> huge = {255, 255, 255, 255, 255, 255, 255, 255,
                                              255, 255, 255, 255, 255, 255, 255, 255};
-    drive.onNvme(GET_LOG_PAGE, SMART_HEALTH, {{.data = structure(512, {{32, huge}, {64, huge}})}});
+    drive.onNvme(
+        GET_LOG_PAGE, SMART_HEALTH,
+        {{.data = structure(512, {{32, huge}, {48, {0, 0, 0, 0, 0, 0, 0, 1}}, {64, huge}})}});
     EXPECT_EQ(run(drive), "[Performance N1]\n"
                           " TotalLBAsRead=18446744073709551615\n"
-                          " TotalLBAsWritten=0\n"
+                          " TotalLBAsWritten=18446744073709551615\n"
                           " HostReadCommands=0xFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF\n"
                           " HostWriteCommands=0x0\n"
                           " ControllerBusyTime=0x0\n");
