@@ -11,7 +11,6 @@
 namespace orvel::interfaces::orveli::jobs {
 
 using core::Payload;
-using core::Status;
 using namespace protocols::ata;
 namespace statuses = features::statuses;
 

@@ -16,8 +16,8 @@ namespace orvel::interfaces::orveli::jobs {
 struct FirmwareModule {
     enum class Activation { AT_RESET, IMMEDIATE };
 
-    static constexpr std::size_t MAX_HEADER = 4096;                ///< bytes
-    static constexpr std::size_t MAX_IMAGE = 64U * 1024U * 1024U;  ///< bytes
+    static constexpr std::size_t MAX_HEADER = 4096;       ///< bytes
+    static constexpr std::size_t MAX_IMAGE = 0x400'0000;  ///< bytes: 64 MiB
 
     /// The bytes of a whole file.
     static FirmwareModule parse(std::string_view bytes);

@@ -49,7 +49,7 @@ bool isForAll(const Payload& controller, const NvmeFormat& wanted) {
 
 std::vector<std::uint32_t> targetsOf(Device& device, const Payload& controller,
                                      const NvmeFormat& wanted) {
-    const auto attached = namespaces(device, cns::ACTIVE_NAMESPACE_LIST);
+    auto attached = namespaces(device, cns::ACTIVE_NAMESPACE_LIST);
     if (attached.empty())
         throw withWords(statuses::formatFailed(), "No namespace is attached to the controller.");
     if (wanted.nsid == ALL_NAMESPACES) return attached;

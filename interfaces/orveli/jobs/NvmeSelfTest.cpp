@@ -127,8 +127,8 @@ void NvmeSelfTest::runToEnd(Type type) {
 
 Payload NvmeSelfTest::waitForEnd(std::uint64_t minutes) {
     constexpr std::chrono::milliseconds BETWEEN_LOOKS{100};
-    const std::uint64_t looks = 2 * std::chrono::minutes(minutes) / BETWEEN_LOOKS;
-    for (std::uint64_t look = 0; look <= looks; ++look) {
+    const auto looks = 2 * std::chrono::minutes(minutes) / BETWEEN_LOOKS;
+    for (std::int64_t look = 0; look <= looks; ++look) {
         const Payload page = readLog(device);
         if (!isRunning(page)) return page;
         progress(percentOf(page));

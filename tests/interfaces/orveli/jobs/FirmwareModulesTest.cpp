@@ -206,5 +206,20 @@ TEST(FirmwareModules, NoticesThatAFileHasChanged) {
     EXPECT_EQ(modules.newerVersion("Quillbrook", "NX45A120", {}), std::nullopt);
 }
 
+TEST(FirmwareModules, HasAnUpdateForTwoFamiliesOfSimulatedDrives) {
+    const FirmwareModules modules(SIMULATOR_MODULES);
+    const auto nvme = modules.moduleFor(DRIVE, {});
+    ASSERT_TRUE(nvme.has_value());
+    EXPECT_EQ(nvme->version, "NX45A130");
+    EXPECT_EQ(nvme->image.size(), 33024U);
+    EXPECT_EQ(core::Payload(nvme->image.data(), 20),
+              core::Payload("TAVIKSIMNX45A130\x00\x81\x00\x00", 20));
+    const auto sata = modules.moduleFor({"Sablewold", "SX31A040", ""}, {});
+    ASSERT_TRUE(sata.has_value());
+    EXPECT_EQ(sata->version, "SX31A044");
+    EXPECT_EQ(core::Payload(sata->image.data(), 20),
+              core::Payload("TAVIKSIMSX31A044\x68\x80\x00\x00", 20));
+}
+
 }  // namespace
 }  // namespace orvel::interfaces::orveli::jobs

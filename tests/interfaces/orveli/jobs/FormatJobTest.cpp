@@ -25,7 +25,11 @@ Outcome run(
     FormatJob job(std::move(pause));
     std::string request = R"(<Object name="Format" type="Method">)";
     for (const auto& [name, value] : arguments)
-        request.append(R"(<Property name=")" + name + R"(" value=")" + value + R"("/>)");
+        request.append(R"(<Property name=")")
+            .append(name)
+            .append(R"(" value=")")
+            .append(value)
+            .append(R"("/>)");
     return runJob(job, request + "</Object>", {drive.getDevice()});
 }
 

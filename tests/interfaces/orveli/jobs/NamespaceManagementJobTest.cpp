@@ -21,7 +21,11 @@ constexpr const char* SUCCESS =
 Outcome run(ScriptedDrive& drive, const Arguments& arguments) {
     std::string request = R"(<Object name="NamespaceManagement" type="Method">)";
     for (const auto& [name, value] : arguments)
-        request.append(R"(<Property name=")" + name + R"(" value=")" + value + R"("/>)");
+        request.append(R"(<Property name=")")
+            .append(name)
+            .append(R"(" value=")")
+            .append(value)
+            .append(R"("/>)");
     const auto job = NamespaceManagementJob().clone();
     return runJob(*job, request + "</Object>", {drive.getDevice()});
 }
