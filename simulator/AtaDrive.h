@@ -71,7 +71,8 @@ struct AtaSettings {
 /// A plain record; a copy is a drive of its own. What stands in a structure that the drive shows is
 /// kept there only; checksums and what follows from other parts are made when a command reads it.
 struct AtaDrive {
-    /// Settings and the accessible size are kept in it, too; word 128 follows from `security`.
+    /// Settings and the accessible size are kept in it, too; all of word 128 but the bit of the
+    /// enhanced erase follows from `security`.
     StoredBytes identifyDevice{protocols::ata::identify_device::SIZE};
     AtaSettings powerOnSettings;                       ///< what the settings are when power comes
     std::uint64_t nativeMaxAddress = 0;                ///< the highest LBA there is

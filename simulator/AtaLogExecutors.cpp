@@ -231,7 +231,7 @@ AtaAnswer executeSmartWriteLog(AtaDrive& drive, const AtaRequest& request) {
 AtaAnswer executeReadLogExt(AtaDrive& drive, const AtaRequest& request) {
     constexpr std::uint16_t RESET_COUNTERS = 1U << 0;  // the feature of this log
     const LogRange range = generalPurposeRange(request.fields);
-    const AtaAnswer answer = read(drive, range, LogAccess::GENERAL_PURPOSE);
+    AtaAnswer answer = read(drive, range, LogAccess::GENERAL_PURPOSE);
     const bool isReset = range.address == log_address::PHY_EVENT_COUNTERS &&
                          (request.fields.feature & RESET_COUNTERS) != 0;
     if (answer.error == 0 && isReset) {

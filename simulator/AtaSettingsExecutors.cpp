@@ -21,9 +21,8 @@ AtaAnswer change(AtaDrive& drive, const id::Bits& capability, const id::Bits& se
 
 AtaAnswer changeWriteCache(AtaDrive& drive, bool value) {
     const auto feature = static_cast<std::uint16_t>(sct::Feature::WRITE_CACHE);
-    const auto control = sctFeatureState(drive, feature);
-    const bool isForced =
-        control == sct::write_cache_state::ENABLED || control == sct::write_cache_state::DISABLED;
+    constexpr std::uint16_t FREE = sct::write_cache_state::BY_SET_FEATURES;
+    const bool isForced = sctFeatureState(drive, feature).value_or(FREE) > FREE;
     // To report a success that has no effect would mislead whoever relies on it.
     if (isForced) return aborted();
     return change(drive, id::word_82::VOLATILE_WRITE_CACHE, id::word_85::VOLATILE_WRITE_CACHE,
@@ -42,13 +41,13 @@ AtaAnswer changeSataFeature(AtaDrive& drive, std::uint16_t feature, bool value) 
 
 AtaAnswer enableApm(AtaDrive& drive, std::uint16_t level) {
     if (level < LOWEST_APM_LEVEL || level > HIGHEST_APM_LEVEL) return aborted();
-    const AtaAnswer answer = change(drive, id::word_83::APM, id::word_86::APM, true);
+    AtaAnswer answer = change(drive, id::word_83::APM, id::word_86::APM, true);
     if (answer.error == 0) id::writeBits(drive.identifyDevice, id::word_91::APM_LEVEL, level);
     return answer;
 }
 
 AtaAnswer disableApm(AtaDrive& drive) {
-    const AtaAnswer answer = change(drive, id::word_83::APM, id::word_86::APM, false);
+    AtaAnswer answer = change(drive, id::word_83::APM, id::word_86::APM, false);
     if (answer.error == 0) id::writeBits(drive.identifyDevice, id::word_91::APM_LEVEL, 0);
     return answer;
 }

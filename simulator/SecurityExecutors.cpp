@@ -41,8 +41,7 @@ bool isPasswordRight(const AtaSecurity& security, const SecurityRequest& request
 
 /// At the level Maximum the master password is good for nothing but to erase.
 bool mayUnlock(const AtaSecurity& security, const SecurityRequest& request) {
-    const bool isUseless =
-        security.isMaximum && request.has(security_control::MASTER_PASSWORD) && security.isEnabled;
+    const bool isUseless = security.isMaximum && request.has(security_control::MASTER_PASSWORD);
     return !isUseless && isPasswordRight(security, request);
 }
 

@@ -154,6 +154,17 @@ TEST(NamespaceManagement, DeletesAll) {
     EXPECT_TRUE(simulation.drive.namespaces.empty());
     EXPECT_EQ(unallocated(simulation), 0x2000000U);
     EXPECT_EQ(simulation.status(remove(0xFFFFFFFF)), 0U);
+    EXPECT_EQ(simulation.drive.eraseCount, 1U);
+}
+
+TEST(NamespaceManagement, CountsTheEraseOfTheLastAttachedNamespace) {
+    Simulation simulation;
+    simulation.drive.namespaces.emplace(3, makeNamespace({1}));
+    EXPECT_EQ(simulation.status(remove(2)), 0U);
+    EXPECT_EQ(simulation.status(remove(3)), 0U);
+    EXPECT_EQ(simulation.drive.eraseCount, 0U);
+    EXPECT_EQ(simulation.status(remove(1)), 0U);
+    EXPECT_EQ(simulation.drive.eraseCount, 1U);
 }
 
 TEST(NamespaceManagement, RefusesToDeleteWhatIsNotThere) {
