@@ -34,7 +34,7 @@ std::string failure(const std::function<void()>& work) {
 
 std::string failureToOpen(const std::string& path) {
     FleetFolder folder(path);
-    const std::string text = failure([&] { folder.open(); });
+    std::string text = failure([&] { folder.open(); });
     EXPECT_FALSE(folder.isOpen());
     return text;
 }
@@ -335,6 +335,7 @@ TEST(FleetFolder, LosesNoChangeOfSeveralProcesses) {
     constexpr int CHANGES = 10;
     FleetSimulation simulation;
     std::vector<pid_t> children;
+    children.reserve(PROCESSES);
     for (int i = 0; i < PROCESSES; ++i) {
         children.push_back(fork([&] {
             for (int j = 0; j < CHANGES; ++j)

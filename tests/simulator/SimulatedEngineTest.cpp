@@ -99,11 +99,12 @@ TEST(SimulatedEngine, TellsEachOfManyWhatIsItsOwn) {
     constexpr int COMMANDS = 50;
     std::atomic<int> right = 0;
     std::vector<std::thread> threads;
+    threads.reserve(THREADS);
     for (int i = 0; i < THREADS; ++i) {
         threads.emplace_back([&right, i] {
             Owner<SimulatedEngine> owner;
             for (int j = 0; j < COMMANDS; ++j) {
-                const core::Status expected(1, i * COMMANDS + j, "Done.");
+                core::Status expected(1, i * COMMANDS + j, "Done.");
                 const auto status =
                     owner.engine.run(anyCommand(), {}, [&expected] { return expected; });
                 if (status == expected) ++right;
@@ -120,6 +121,7 @@ TEST(SimulatedEngine, KeepsTheFleetToOneThreadAtATime) {
     constexpr int COMMANDS = 10;
     FleetSimulation simulation;
     std::vector<std::thread> threads;
+    threads.reserve(THREADS);
     for (int i = 0; i < THREADS; ++i) {
         threads.emplace_back([&simulation] {
             const std::shared_ptr<FleetFolder> folder = simulation.makeFolder();
