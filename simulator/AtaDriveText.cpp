@@ -16,7 +16,7 @@ namespace ata = protocols::ata;
 namespace {
 
 constexpr std::uint32_t BLOCK_SIZE = 512;
-constexpr std::uint32_t MOST_IMAGE_BYTES = UINT32_C(64) << 20U;
+constexpr std::uint32_t MOST_IMAGE_BYTES = UINT32_C(256) << 20U;
 constexpr std::uint64_t LAST_LBA = (UINT64_C(1) << 48U) - 1;
 constexpr std::size_t REVISION_LENGTH = 8;
 constexpr std::size_t MOST_ERRORS = 256;

@@ -69,13 +69,13 @@ void checkDrive(const TextPlace& place, const NvmeDrive& drive) {
 }
 
 void checkDrive(const TextPlace& place, const AtaDrive& drive) {
-    // As many as fit into their page, if each takes 8 bytes.
-    constexpr std::size_t MOST_COUNTERS = 50;
+    // As many as fit into their page.
+    constexpr std::size_t MOST_COUNTERS = 84;
     require(accessibleSectors(drive) <= drive.nativeMaxAddress + 1, place,
             "a nativeMaxAddress of at least UserAddressableSectors - 1");
     require(drive.maxAddressAtPowerOn.value_or(0) <= drive.nativeMaxAddress, place,
             "a maxAddressAtPowerOn up to nativeMaxAddress");
-    require(drive.phyEventCounters.size() <= MOST_COUNTERS, place, "at most 50 phyEventCounters");
+    require(drive.phyEventCounters.size() <= MOST_COUNTERS, place, "at most 84 phyEventCounters");
 }
 
 }  // namespace orvel::simulator

@@ -23,7 +23,7 @@ constexpr std::uint64_t LARGEST_FACTOR = 10000;
 
 struct DriveForm {
     void read(const TextPlace& place, SimulatedDrive& drive) const {
-        drive = readSimulatedDrive(place);
+        readSimulatedDrive(place, drive);
     }
 
     void write(JsonWriter& out, const SimulatedDrive& drive) const {

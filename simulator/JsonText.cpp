@@ -2,6 +2,8 @@
 
 #include "simulator/FleetText.h"
 
+// The parser uses placeholders of Boost.Bind that are deprecated, and its header says so.
+#define BOOST_BIND_GLOBAL_PLACEHOLDERS
 #include <boost/property_tree/json_parser.hpp>
 
 #include <algorithm>

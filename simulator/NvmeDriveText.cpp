@@ -76,7 +76,7 @@ constexpr auto VENDOR_LOGS =
             return SizedStructure{layouts::vendorLog(identifier), {4, 16 * MEBIBYTE}};
         }};
 constexpr auto IMAGE = Map{0, UINT64_C(16) * MEBIBYTE * 1024, KeyStyle::DECIMAL, [](auto) {
-                               return SizedStructure{layouts::IMAGE_PIECE, {4, 16 * MEBIBYTE}};
+                               return SizedStructure{layouts::IMAGE_PIECE, {4, 256 * MEBIBYTE}};
                            }};
 
 struct DriveMembers {

@@ -398,8 +398,17 @@ struct WholeMap {
     }
 };
 
+// Not every compiler finds these by itself.
+template <class Form>
+Optional(Form) -> Optional<Form>;
+template <class Form>
+List(Form, std::size_t) -> List<Form>;
+template <class Form>
+Array(Form) -> Array<Form>;
 template <class FormOf>
 Map(std::uint64_t, std::uint64_t, KeyStyle, FormOf) -> Map<FormOf>;
+template <class Form>
+WholeMap(Form) -> WholeMap<Form>;
 
 }  // namespace forms
 

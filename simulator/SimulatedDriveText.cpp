@@ -96,10 +96,9 @@ struct BasicsMembers {
 
 }  // namespace
 
-SimulatedDrive readSimulatedDrive(const TextPlace& place) {
+void readSimulatedDrive(const TextPlace& place, SimulatedDrive& drive) {
     place.expectObject();
     const DriveKind kind = readKind(place);
-    SimulatedDrive drive;
     RecordReader reader(place, drive);
     describe(reader, kind);
     if (!drive.devicePath.starts_with('/')) {
@@ -110,7 +109,6 @@ SimulatedDrive readSimulatedDrive(const TextPlace& place) {
     } else {
         drive.drive = readAtaDrive(place);
     }
-    return drive;
 }
 
 void writeSimulatedDrive(JsonWriter& out, const SimulatedDrive& drive) {

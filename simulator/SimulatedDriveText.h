@@ -8,7 +8,8 @@
 
 namespace orvel::simulator {
 
-SimulatedDrive readSimulatedDrive(const TextPlace& place);
+/// Throws FleetTextError; the drive is then of no use.
+void readSimulatedDrive(const TextPlace& place, SimulatedDrive& drive);
 
 void writeSimulatedDrive(JsonWriter& out, const SimulatedDrive& drive);
 
