@@ -88,11 +88,6 @@ bool readBoolean(const Attribute& descriptor, const std::string& text) {
     return text == "1" || strings::toBool(text);
 }
 
-Status withWords(Status status, const std::string& words) {
-    status.setMessage(status.getMessage() + " " + words);
-    return status;
-}
-
 Status successAfterPowerCycle() {
     return withWords({}, "Power cycle the drive to apply the change.");
 }

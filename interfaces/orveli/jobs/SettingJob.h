@@ -2,6 +2,7 @@
 #pragma once
 
 #include "interfaces/orveli/jobs/DriveJob.h"
+#include "interfaces/orveli/jobs/StatusWords.h"
 
 #include <cstdint>
 #include <string>
@@ -41,9 +42,6 @@ void requireName(const core::Attribute& property, const core::Attribute& descrip
 
 /// "true" or "1", "false" or "0". Throws 10/36 with the property's name for anything else.
 bool readBoolean(const core::Attribute& descriptor, const std::string& text);
-
-/// The status with a sentence behind its own.
-core::Status withWords(core::Status status, const std::string& words);
 
 /// Success for what a drive takes over when its power comes back.
 core::Status successAfterPowerCycle();

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 
+#pragma GCC visibility push(default)
 extern "C" {
 
 /// The version of this interface: 20000400.
@@ -36,3 +37,4 @@ std::uint32_t EnableLogger(const char* path, std::uint32_t length, std::uint32_t
 std::uint8_t SetLSIPath(const char* path, std::uint32_t length);
 
 }  // extern "C"
+#pragma GCC visibility pop
