@@ -20,6 +20,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace orvel::simulator {
@@ -291,7 +292,11 @@ struct List {
             typename Container::value_type value{};
             place.takeBytes(sizeof value);
             form.read(TextPlace(place, index++, tree), value);
-            list.insert(list.end(), std::move(value));
+            if constexpr (requires { list.push_back(std::move(value)); }) {
+                list.push_back(std::move(value));
+            } else {
+                list.insert(std::move(value));
+            }
         }
     }
 

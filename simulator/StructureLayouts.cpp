@@ -104,11 +104,11 @@ const StructureLayout IMAGE_PIECE                   {0,                         
 const StructureLayout& vendorLog(std::uint8_t identifier) {
     // clang-format off
     switch (identifier) {
-    case norvo::log_pages::NLOG:                     return STORED_LOG;
-    case norvo::log_pages::READ_LATENCY_STATISTICS:  return LATENCY;
-    case norvo::log_pages::WRITE_LATENCY_STATISTICS: return LATENCY;
-    case norvo::log_pages::EVENT_LOG:                return STORED_LOG;
+    case norvo::log_pages::NLOG:
+    case norvo::log_pages::EVENT_LOG:
     case norvo::log_pages::ASSERT_LOG:               return STORED_LOG;
+    case norvo::log_pages::READ_LATENCY_STATISTICS:
+    case norvo::log_pages::WRITE_LATENCY_STATISTICS: return LATENCY;
     case norvo::log_pages::TEMPERATURE_STATISTICS:   return NVME_TEMPERATURE;
     case norvo::log_pages::EYE_DIAGRAM:              return EYE_DIAGRAM;
     case norvo::log_pages::HEALTH_STATISTICS:        return HEALTH;

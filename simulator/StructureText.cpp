@@ -100,12 +100,14 @@ class StructureReader {
 public:
     explicit StructureReader(const core::Payload& bytes) : bytes(bytes) {}
 
-    void read(const TextPlace& place, const StructureLayout& layout, std::uint32_t offset) {
+    /// A structure may be longer than its fields, so `size` tells where it ends.
+    void read(const TextPlace& place, const StructureLayout& layout, std::uint32_t offset,
+              std::uint32_t size) {
         place.expectObject();
         const JsonTree& tree = place.getTree();
         const auto patches = tree.find(OTHER_BYTES);
         if (patches != tree.not_found()) {
-            readPatches({place, OTHER_BYTES, patches->second}, layout, offset);
+            readPatches({place, OTHER_BYTES, patches->second}, offset, size);
         }
         FieldSearch search(layout);
         for (const auto& [key, value] : tree) {
@@ -138,7 +140,7 @@ private:
     void readPart(const TextPlace& place, const StructurePart& part, std::uint32_t offset) {
         const Entries& entries = part.entries;
         if (entries.count == 1) {
-            read(place, part.layout, offset + entries.offset);
+            read(place, part.layout, offset + entries.offset, entries.size);
             return;
         }
         place.expectList();
@@ -148,7 +150,7 @@ private:
         std::uint32_t index = 0;
         for (const auto& [key, value] : place.getTree()) {
             read({place, std::size_t{index}, value}, part.layout,
-                 offset + entries.offset + index * entries.size);
+                 offset + entries.offset + index * entries.size, entries.size);
             ++index;
         }
     }
@@ -165,18 +167,16 @@ private:
         }
     }
 
-    void readPatches(const TextPlace& place, const StructureLayout& layout, std::uint32_t offset) {
-        // A structure of its own may be longer than its fields; an entry has its place.
-        const std::uint32_t room = offset == 0 ? bytes.size() : layout.size;
+    void readPatches(const TextPlace& place, std::uint32_t offset, std::uint32_t size) {
         place.expectList();
         std::size_t index = 0;
         for (const auto& [key, value] : place.getTree()) {
-            readPatch({place, index, value}, room, offset);
+            readPatch({place, index, value}, offset, size);
             ++index;
         }
     }
 
-    void readPatch(const TextPlace& place, std::uint32_t room, std::uint32_t offset) {
+    void readPatch(const TextPlace& place, std::uint32_t offset, std::uint32_t size) {
         place.expectObject();
         const JsonTree& tree = place.getTree();
         const auto start = tree.find("offset");
@@ -186,8 +186,8 @@ private:
             place.fail("an offset and bytes were expected");
         }
         const auto from =
-            static_cast<std::uint32_t>(TextPlace(place, "offset", start->second).number(0, room));
-        const auto patch = TextPlace(place, "bytes", content->second).bytes(room - from);
+            static_cast<std::uint32_t>(TextPlace(place, "offset", start->second).number(0, size));
+        const auto patch = TextPlace(place, "bytes", content->second).bytes(size - from);
         protocols::writeBytes(bytes,
                               bytesAt(offset + from, static_cast<std::uint32_t>(patch.size())),
                               toPayload(patch));
@@ -339,7 +339,8 @@ private:
 
 void readStructure(const TextPlace& place, const StructureLayout& layout,
                    const StoredBytes& bytes) {
-    StructureReader(bytes).read(place, layout, 0);
+    const core::Payload& whole = bytes;
+    StructureReader(whole).read(place, layout, 0, whole.size());
 }
 
 void readSizedStructure(const TextPlace& place, const StructureLayout& layout, const SizeRule& rule,

@@ -121,7 +121,8 @@ std::vector<std::uint8_t> TextPlace::bytes(std::size_t most) const {
         isRight = byte.has_value();
         bytes.push_back(byte.value_or(0));
     }
-    if (!isRight) failValue("at most " + std::to_string(most) + " pairs of hexadecimal digits");
+    if (!isRight)
+        failValue("text of at most " + std::to_string(most) + " pairs of hexadecimal digits");
     return bytes;
 }
 

@@ -449,13 +449,15 @@ constexpr WrongText WRONG_NVME_DRIVES[] = {
                                                        "drives[0].smartHealthLog.PowerCycles: a number from 0 to 340282366920938463463374607431768211455 was expected, not 0x10000000000000000000000000000000000000..."},
     {R"("smartHealthLog":{"Spare":1})",                "drives[0].smartHealthLog.Spare: unknown key"},
     {R"("smartHealthLog":{"size":513})",               "drives[0].smartHealthLog.size: the size 512 was expected"},
-    {R"("smartHealthLog":{"otherBytes":[{"offset":511,"bytes":"0102"}]})", "drives[0].smartHealthLog.otherBytes[0].bytes: at most 1 pairs of hexadecimal digits was expected, not 0102"},
+    {R"("smartHealthLog":{"otherBytes":[{"offset":511,"bytes":"0102"}]})", "drives[0].smartHealthLog.otherBytes[0].bytes: text of at most 1 pairs of hexadecimal digits was expected, not 0102"},
     {R"("smartHealthLog":{"otherBytes":[{"offset":513,"bytes":""}]})", "drives[0].smartHealthLog.otherBytes[0].offset: a number from 0 to 512 was expected, not 513"},
     {R"("smartHealthLog":{"otherBytes":[{"offset":1}]})", "drives[0].smartHealthLog.otherBytes[0]: an offset and bytes were expected"},
-    {R"("smartHealthLog":{"otherBytes":[{"offset":1,"bytes":"1g"}]})", "drives[0].smartHealthLog.otherBytes[0].bytes: at most 511 pairs of hexadecimal digits was expected, not 1g"},
+    {R"("smartHealthLog":{"otherBytes":[{"offset":1,"bytes":"1g"}]})", "drives[0].smartHealthLog.otherBytes[0].bytes: text of at most 511 pairs of hexadecimal digits was expected, not 1g"},
     {R"("identifyController":{"SN":"123456789012345678901"})", "drives[0].identifyController.SN: a text of at most 20 printable ASCII characters was expected, not 123456789012345678901"},
-    {R"("identifyController":{"FGUID":"0"})",          "drives[0].identifyController.FGUID: at most 16 pairs of hexadecimal digits was expected, not 0"},
+    {R"("identifyController":{"FGUID":"0"})",          "drives[0].identifyController.FGUID: text of at most 16 pairs of hexadecimal digits was expected, not 0"},
     {R"("identifyController":{"powerStates":[{"MP":65536}]})", "drives[0].identifyController.powerStates[0].MP: a number from 0 to 65535 was expected, not 65536"},
+    {R"("identifyController":{"powerStates":[{"otherBytes":[{"offset":33,"bytes":""}]}]})",
+                                                       "drives[0].identifyController.powerStates[0].otherBytes[0].offset: a number from 0 to 32 was expected, not 33"},
     {R"("identifyController":{"CNTLID":1})",           "drives[0]: a CNTLID that is one of the controllers was expected"},
     {R"("identifyController":{"NPSS":32})",            "drives[0]: an NPSS from 0 to 31 was expected"},
     {R"("identifyController":{"ELPE":0},"errorLog":[{},{}])", "drives[0]: an errorLog of at most 1 entries, as ELPE says, was expected"},
@@ -496,6 +498,8 @@ constexpr WrongText WRONG_NVME_DRIVES[] = {
 };
 
 constexpr WrongText WRONG_SATA_DRIVES[] = {
+    {R"("errorLog":[{"commands":[{"otherBytes":[{"offset":0,"bytes":"00000000000000000000000000000000000000"}]}]}])",
+                                                       "drives[0].errorLog[0].commands[0].otherBytes[0].bytes: text of at most 18 pairs of hexadecimal digits was expected, not 00000000000000000000000000000000000000"},
     {R"("errorLog":[{"error":{"Error":256}}])",        "drives[0].errorLog[0].error.Error: a number from 0 to 255 was expected, not 256"},
     {R"("identifyDevice":{"words":{"256":1}})",        "drives[0].identifyDevice.words.256: a number from 0 to 255 was expected as the key"},
     {R"("identifyDevice":{"words":{"82":65536}})",     "drives[0].identifyDevice.words.82: a number from 0 to 65535 was expected, not 65536"},
