@@ -15,8 +15,6 @@ constexpr std::string_view DESCRIPTION = R"json({
       "firmware": "NX45A120",
       "bootloader": "NX45B012",
       "capacity": 1600321314816,
-      "firmwareRevisions": ["NX45A120", "NX45A130"],
-      "nextSlot": 2,
       "features": {"0xE2": {"saved": {"0": 1}}},
       "vendorLogs": {
         "0xCA": {

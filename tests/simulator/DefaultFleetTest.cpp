@@ -100,11 +100,10 @@ TEST(DefaultFleet, HasEightDrives) {
     }
 }
 
-TEST(DefaultFleet, HasAHealthyDriveWithAnUpdateWaiting) {
+TEST(DefaultFleet, HasAHealthyDriveOfOlderFirmware) {
     EXPECT_EQ(nvme(0).firmwareRevisions.at(0), "NX45A120");
-    EXPECT_EQ(nvme(0).firmwareRevisions.at(1), "NX45A130");
     EXPECT_EQ(nvme(0).activeSlot, 1);
-    EXPECT_EQ(nvme(0).nextSlot, 2);
+    EXPECT_EQ(nvme(0).nextSlot, 0);
     EXPECT_EQ(nvme(0).namespaces.size(), 1U);
     EXPECT_EQ(get(nvme(0).namespaces.at(1).identify, 0, 8), 3125627568U);
     EXPECT_EQ(get(nvme(0).smartHealthLog, 0, 1), 0U);    // critical warning
