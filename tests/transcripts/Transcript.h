@@ -17,7 +17,7 @@ struct Step {
 /// Reads a transcript. A line that starts with "$ " is typed. What follows until the next such
 /// line is standard output, but for lines that start with "2> ", which are standard error, and a
 /// last line such as "[3]", the exit code if it isn't 0. Lines before the first "$ " are comments.
-/// Output whose last line has no line feed can't be told.
+/// Output whose last line has no line feed reads as if it had one.
 std::vector<Step> readTranscript(const std::string& text);
 
 /// The transcripts among a page's blocks: those between "```console" and "```", joined.

@@ -37,6 +37,11 @@ tavik::testing::SimulatedTool toolFor(const fs::path& transcript) {
         fs::exists(fleet) ? fleet : fs::path());
 }
 
+/// A transcript can't tell whether the last line has its line feed.
+std::string withLastLineEnd(const std::string& text) {
+    return text.empty() || text.back() == '\n' ? text : text + "\n";
+}
+
 class TranscriptFile : public ::testing::Test {
 public:
     explicit TranscriptFile(fs::path file) : file(std::move(file)) {}
@@ -49,10 +54,11 @@ public:
         ASSERT_FALSE(expected.empty()) << "nothing is typed";
         const tavik::testing::SimulatedTool tool = toolFor(file);
         for (const Step& step : expected) {
-            const tavik::testing::Ending actual = tool.type(step.command);
+            // Readers of a page have both streams on one terminal.
+            const auto actual = tool.type(isPage ? step.command + " 2>&1" : step.command);
             SCOPED_TRACE("$ " + step.command);
-            EXPECT_EQ(step.out, actual.out) << "standard output";
-            EXPECT_EQ(step.err, actual.err) << "standard error";
+            EXPECT_EQ(step.out, withLastLineEnd(actual.out)) << "standard output";
+            EXPECT_EQ(step.err, withLastLineEnd(actual.err)) << "standard error";
             EXPECT_EQ(step.code, actual.exitCode) << "the exit code";
         }
     }
@@ -96,6 +102,7 @@ int main(int argc, char** argv) {
     if (argc == 3 && std::string(argv[1]) == "--draft") return draft(argv[2]);
     for (const fs::path& file : findTranscripts())
         add(fs::relative(file, TRANSCRIPT_CASES).replace_extension().string(), file);
+    add("README", TRANSCRIPT_README);
     const int result = RUN_ALL_TESTS();
     if (::testing::UnitTest::GetInstance()->test_to_run_count() > 0) return result;
     std::cerr << "no transcript was tried\n";

@@ -43,7 +43,8 @@ Answer send(core::Device& device, const AtaCommand& command, const Payload& inpu
 
 Payload read(core::Device& device, const AtaCommand& command) {
     const Payload data = send(device, command).data;
-    if (data.size() < command.getTransferLength()) throw core::statuses::ioCommandReturnedTooLittleData();
+    if (data.size() < command.getTransferLength())
+        throw core::statuses::ioCommandReturnedTooLittleData();
     return data;
 }
 
