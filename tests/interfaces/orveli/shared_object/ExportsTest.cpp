@@ -114,17 +114,10 @@ TEST_F(ExportsTest, UnloadingForgetsTheAnswers) {
     EXPECT_EQ(library.receive(handle, nullptr, &size), 1U);
 }
 
-TEST_F(ExportsTest, DrivesLiveBesideTheLibrary) {
-    load();
-    EXPECT_NE(library.ask(SHOW).find("NVX4510A0001K1P6"), std::string::npos);
-    EXPECT_TRUE(std::filesystem::exists(library.folder() / "simulated_drives/state.json"));
-}
-
 TEST_F(ExportsTest, DrivesLiveInTheFolderThatTheEnvironmentNames) {
     const auto named = library.folder() / "elsewhere/drives";
     ::setenv("NORVO_SIMULATED_DRIVES", named.c_str(), 1);
     load();
-    ::unsetenv("NORVO_SIMULATED_DRIVES");
     EXPECT_NE(library.ask(SHOW).find("NVX4510A0001K1P6"), std::string::npos);
     EXPECT_TRUE(std::filesystem::exists(named / "state.json"));
     EXPECT_FALSE(std::filesystem::exists(library.folder() / "simulated_drives"));

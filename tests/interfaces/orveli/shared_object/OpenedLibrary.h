@@ -13,13 +13,11 @@
 
 namespace orvel::interfaces::orveli::shared_object {
 
-/// Copies the library into a folder, opens it there and binds its exports. The drives live beside
-/// it.
+/// Opens the library and binds its exports. The drives that it loads live in a folder of their own.
 class OpenedLibrary {
 public:
     OpenedLibrary() {
-        ::unsetenv("NORVO_SIMULATED_DRIVES");
-        std::filesystem::copy_file(FEATURE_LIBRARY, file());
+        ::setenv("NORVO_SIMULATED_DRIVES", temporary.path("simulated_drives").c_str(), 1);
         open();
     }
 
@@ -29,7 +27,7 @@ public:
     ~OpenedLibrary() { close(); }
 
     void open() {
-        handle = ::dlopen(file().c_str(), RTLD_NOW | RTLD_LOCAL);
+        handle = ::dlopen(FEATURE_LIBRARY, RTLD_NOW | RTLD_LOCAL);
         if (handle == nullptr) throw std::runtime_error(::dlerror());
         bind(getVer, "GetVer");
         bind(load, "Load");
@@ -46,8 +44,6 @@ public:
     }
 
     std::filesystem::path folder() const { return temporary.path(); }
-
-    std::string file() const { return temporary.path("libNorvo.SSDFeatures.so.2.0.0"); }
 
     std::uint64_t sendText(const std::string& request) const {
         std::uint64_t answer = 0;
