@@ -103,7 +103,7 @@ TEST_P(KilledCommand, LeavesTheDrivesAsBeforeOrAfterIt) {
 }
 
 INSTANTIATE_TEST_SUITE_P(SimulatedDrives, KilledCommand, ::testing::ValuesIn(CHANGES),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& one) { return std::string(one.param.name); });
 
 TEST(SimulatedDrives, TwoProcessesAtOnceLoseNoChange) {
     const SimulatedTool tool = newTool();

@@ -12,7 +12,7 @@ namespace orvel::interfaces::orveli::shared_object {
 namespace {
 
 constexpr int THREADS = 8;
-constexpr int ROUNDS = 10;
+constexpr int ROUNDS = 4;
 
 TEST(ExportsThreads, EveryThreadGetsItsAnswers) {
     const OpenedLibrary library;
