@@ -113,6 +113,8 @@ Status guarded(const Action& action) {
         return status;
     } catch (const std::exception& exception) {
         return {core::status_categories::SYSTEM, EIO, exception.what()};
+    } catch (...) {  // a request must come to its end, or others would wait for good
+        return {core::status_categories::SYSTEM, EIO, "System error."};
     }
 }
 
@@ -147,10 +149,12 @@ Status RequestDesk::runAndFinish(Job& job, std::unique_ptr<XmlElement> request,
                                  std::unique_ptr<XmlElement>& output) {
     const Status status = run(job, std::move(request), output);
     const Status end = finish ? guarded(finish) : Status();
-    const bool isSuccess = status == core::statuses::completedSuccessfully();
-    if (!isSuccess || end == core::statuses::completedSuccessfully()) return status;
+    if (end == core::statuses::completedSuccessfully()) return status;
     output = nullptr;
-    return end;
+    if (status == core::statuses::completedSuccessfully()) return end;
+    Status both = status;
+    both.setMessage(status.getMessage() + " " + end.getMessage());
+    return both;
 }
 
 Status RequestDesk::run(Job& job, std::unique_ptr<XmlElement> request,

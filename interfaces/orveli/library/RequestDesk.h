@@ -35,8 +35,8 @@ public:
     /// Text that is no XML object: 11/2. Unknown job: 11/4. A device that is not there: 0/4 to 0/8
     /// by what named it, 11/10 for a name that is none. A selected device of a product that is not
     /// in the request's `SupportedProducts`: 10/1. An exception that is no status: 1/5, with its
-    /// text. A request that went well but could not be finished has the status of `finish`, and no
-    /// output.
+    /// text. A request that could not be finished has no output, and the status of `finish`; if it
+    /// had failed before, its own with the words of both.
     std::unique_ptr<core::xml::XmlObject> serve(const std::string& text);
 
 private:

@@ -6,10 +6,12 @@
 #include "interfaces/orveli/shared_object/SimulatedLibrary.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <mutex>
 #include <string>
+#include <system_error>
 
 namespace {
 
@@ -77,9 +79,17 @@ std::mutex& workMutex() {
     return one;
 }
 
+/// Whether lines can go to the file, which is made at need. A pipe would hold up everybody.
+bool canBeLog(const std::string& path) {
+    std::error_code unknown;
+    const bool isThere = std::filesystem::exists(path, unknown);
+    if (unknown || (isThere && !std::filesystem::is_regular_file(path, unknown))) return false;
+    return static_cast<bool>(std::ofstream(path, std::ios::app));
+}
+
 std::uint32_t startLog(const std::string& path, std::uint32_t severity) {
+    if (!canBeLog(path)) return codeOf(statuses::invalidInput());
     const std::lock_guard lock(workMutex());
-    if (!std::ofstream(path, std::ios::app)) return codeOf(statuses::invalidInput());
     static bool isSetUp = false;  // a second set-up would add a second sink
     if (!isSetUp) global_logging::initialize();
     isSetUp = true;
@@ -114,7 +124,8 @@ void Unload() {
 std::uint32_t SendXMLMessage(const char* request, std::uint32_t length, std::uint64_t* handle) {
     if (handle == nullptr) return codeOf(statuses::invalidInput());
     *handle = 0;
-    if (request == nullptr || length > LONGEST_REQUEST) return codeOf(statuses::invalidInput());
+    const bool isRequest = request != nullptr && length > 0 && length <= LONGEST_REQUEST;
+    if (!isRequest) return codeOf(statuses::invalidInput());
     return guarded(codeOf(statuses::invalidInput()), [&] {
         const auto library = loaded().get();
         if (!library) return codeOf(statuses::notInitialized());

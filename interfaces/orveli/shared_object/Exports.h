@@ -19,7 +19,7 @@ void Unload();
 
 /// Carries the request out, which is `length` bytes of XML text, and puts a handle for its answer
 /// into `handle`. 0 for success; otherwise a code of the job interface's statuses and handle 0: 6
-/// for a null pointer or more than 64 MiB, 7 before `Load`.
+/// for a null pointer, no byte or more than 64 MiB, 7 before `Load`.
 std::uint32_t SendXMLMessage(const char* request, std::uint32_t length, std::uint64_t* handle);
 
 /// Copies the answer into `buffer`, of `size` bytes, and forgets it; 0 for success, with the
@@ -28,7 +28,8 @@ std::uint32_t SendXMLMessage(const char* request, std::uint32_t length, std::uin
 std::uint32_t ReceiveXMLMessage(std::uint64_t handle, void* buffer, std::uint32_t* size);
 
 /// Lets the tool-kit's log go to the end of this file; 0 for success, 6 for a file that can't be
-/// opened, or a null pointer. `severity` is the least severe kind of line, 0 trace to 5 fatal.
+/// opened or is no plain one, or a null pointer. `severity` is the least severe kind of line, 0
+/// trace to 5 fatal.
 std::uint32_t EnableLogger(const char* path, std::uint32_t length, std::uint32_t reserved,
                            std::uint32_t severity);
 

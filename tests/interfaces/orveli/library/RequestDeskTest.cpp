@@ -302,7 +302,7 @@ TEST_F(FinishingDeskTest, ARequestThatCannotBeFinishedHasThatStatusAndNoOutput) 
     EXPECT_EQ(serveFinishing(request("List", "")), NOTHING_KEPT);
 }
 
-TEST_F(FinishingDeskTest, AFailureOfTheJobIsToldBeforeAFailureToFinish) {
+TEST_F(FinishingDeskTest, AFailureOfTheJobIsToldWithTheFailureToFinish) {
     addJob("Fail", [](const Job&, auto&) { return Status(10, 3, "no"); });
     end = Status(10, 168, "full");
     EXPECT_EQ(serveFinishing(request("Fail", "")), R"(<Object category="Job" name="Fail">)"
@@ -311,8 +311,15 @@ TEST_F(FinishingDeskTest, AFailureOfTheJobIsToldBeforeAFailureToFinish) {
                                                    R"(<Object category="status">)"
                                                    R"(<Property name="Category" value="10"/>)"
                                                    R"(<Property name="Code" value="3"/>)"
-                                                   R"(<Property name="Message" value="no"/>)"
+                                                   R"(<Property name="Message" value="no full"/>)"
                                                    R"(</Object></Object>)");
+}
+
+TEST_F(FinishingDeskTest, FinishesARequestThatThrowsWhatIsNoException) {
+    addJob("Throw", [](const Job&, auto&) -> Status { throw 7; });
+    EXPECT_EQ(statusOf(request("Throw", "")), Pair("1", "5"));
+    serveFinishing(request("Throw", ""));
+    EXPECT_EQ(ends, 1);
 }
 
 }  // namespace

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -73,6 +75,7 @@ TEST_F(ExportsTest, NullPointersAndEndlessLengthsAreRefused) {
     std::uint64_t handle = 7;
     EXPECT_EQ(library.send(nullptr, 5, &handle), 6U);
     EXPECT_EQ(handle, 0U);
+    EXPECT_EQ(library.send(SHOW, 0, &handle), 6U);
     EXPECT_EQ(library.send(SHOW, 5, nullptr), 6U);
     EXPECT_EQ(library.send(SHOW, 64 * 1024 * 1024 + 1, &handle), 6U);
     EXPECT_EQ(library.receive(1, nullptr, nullptr), 6U);
@@ -140,6 +143,12 @@ TEST_F(ExportsTest, ALogFileThatCannotBeOpenedIsRefused) {
     const std::string path = (library.folder() / "none/norvo.log").string();
     EXPECT_EQ(library.enableLogger(path.data(), static_cast<std::uint32_t>(path.size()), 0, 1), 6U);
     EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+TEST_F(ExportsTest, APipeIsNoLogFile) {
+    const std::string path = (library.folder() / "pipe").string();
+    ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+    EXPECT_EQ(library.enableLogger(path.data(), static_cast<std::uint32_t>(path.size()), 0, 1), 6U);
 }
 
 TEST_F(ExportsTest, NoAdapterLibraryIsOfUse) {
