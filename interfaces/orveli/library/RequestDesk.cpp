@@ -147,8 +147,8 @@ std::unique_ptr<XmlObject> RequestDesk::serve(const std::string& text) {
 
 Status RequestDesk::runAndFinish(Job& job, std::unique_ptr<XmlElement> request,
                                  std::unique_ptr<XmlElement>& output) {
-    const Status status = run(job, std::move(request), output);
-    const Status end = finish ? guarded(finish) : Status();
+    Status status = run(job, std::move(request), output);
+    Status end = finish ? guarded(finish) : Status();
     if (end == core::statuses::completedSuccessfully()) return status;
     output = nullptr;
     if (status == core::statuses::completedSuccessfully()) return end;
