@@ -83,11 +83,12 @@ char symbolOf(std::uint8_t cell) {
     return static_cast<char>('0' + std::min(cell, LARGEST_DIGIT));
 }
 
+/// The row in a frame, so that nobody takes digits for a number.
 std::string rowText(const Payload& page, std::uint32_t row) {
-    std::string text;
+    std::string text = "|";
     for (std::uint32_t column = 0; column < eye::COLUMNS; ++column)
         text += symbolOf(*page.at(eye::CELLS.offset + row * eye::COLUMNS + column));
-    return text;
+    return text + "|";
 }
 
 }  // namespace
