@@ -283,6 +283,8 @@ TEST(EyeDiagramJob, ShowsACharacterForEachPlace) {
         R"(name="EyeWidth" value="42"/>)"
         R"(<Property description="Height of the open eye in millivolts" name="EyeHeight" )"
         R"(value="118"/>)"
+        R"(<Property name="Legend" )"
+        R"(value="1 to 9 = error rate of 10^-1 to 10^-9 or less, . = no errors"/>)"
         R"(<Property name="Row 00" )"
         R"(value="|1999............................................................|"/>)"
         R"(<Property name="Row 01" )"
