@@ -1,10 +1,12 @@
 #include "interfaces/orveli/jobs/AtaLogReader.h"
 
 #include "core/CoreStatuses.h"
+#include "features/FeatureStatuses.h"
 #include "interfaces/orveli/jobs/AtaAccess.h"
 #include "protocols/Field.h"
 #include "protocols/ata/AtaCommands.h"
 #include "protocols/ata/Logs.h"
+#include "protocols/ata/Structures.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -17,12 +19,15 @@ namespace {
 
 constexpr std::uint32_t LARGEST_PIECE = 128;  // 64 KiB
 constexpr std::uint32_t LARGEST_LOG = 65536;
+constexpr std::uint64_t DIRECTORY_VERSION = 1;
 
 }  // namespace
 
 std::uint16_t pagesAt(core::Device& device, std::uint8_t logAddress) {
     if (logAddress == ata::log_address::DIRECTORY) return 1;
     const core::Payload directory = ata_access::readLog(device, ata::log_address::DIRECTORY, 0, 1);
+    if (protocols::readNumber(directory, ata::log_directory::LoggingVersion) != DIRECTORY_VERSION)
+        throw features::statuses::dataRetrievalFailed();
     return static_cast<std::uint16_t>(
         protocols::readNumber(directory, ata::generalPurposeLogPages(logAddress)));
 }

@@ -24,6 +24,7 @@ namespace serdes = protocols::norvo::serdes;
 namespace {
 
 constexpr std::uint64_t LAYOUT_VERSION = 1;
+constexpr const char* LEGEND = "1 to 9 = error rate of 10^-1 to 10^-9 or less, . = no errors";
 constexpr const char* GROUP_NAMES[serdes::GROUPS] = {"A", "B"};
 
 struct Lane {
@@ -83,11 +84,12 @@ char symbolOf(std::uint8_t cell) {
     return static_cast<char>('0' + std::min(cell, LARGEST_DIGIT));
 }
 
+/// The row in a frame, so that nobody takes digits for a number.
 std::string rowText(const Payload& page, std::uint32_t row) {
-    std::string text;
+    std::string text = "|";
     for (std::uint32_t column = 0; column < eye::COLUMNS; ++column)
         text += symbolOf(*page.at(eye::CELLS.offset + row * eye::COLUMNS + column));
-    return text;
+    return text + "|";
 }
 
 }  // namespace
@@ -111,6 +113,7 @@ core::Status EyeDiagramJob::report(core::Device& device, XmlObject& drive) {
     put(drive, features::eye_diagram::Lane(), wanted.lane);
     for (const auto& field : {eye::Columns, eye::Rows, eye::EyeWidth, eye::EyeHeight})
         field_report::putDescribed(drive, page, field);
+    drive.addValue("Legend", LEGEND);
     for (std::uint32_t row = 0; row < eye::ROWS; ++row)
         drive.addValue("Row " + core::strings::toString(row, 2), rowText(page, row));
     keepRequested(drive);

@@ -78,6 +78,16 @@ Status notFound(const std::string& identifier) {
     return row == std::end(IDENTIFIERS) ? statuses::invalidDriveIdentifier() : row->notFound();
 }
 
+/// What tells a drive. A path that was typed comes as a serial number, which never has a slash in
+/// front.
+core::Attribute readIdentifier(const XmlProperty& property) {
+    const std::string name = property.getAttribute(tags::Name);
+    const std::string value = property.getAttribute(tags::Value);
+    const bool isPath =
+        name == identifiers::Path || (name == identifiers::SerialNumber && value.starts_with('/'));
+    return {isPath ? identifiers::Path : name, value};
+}
+
 /// Which products a request allows: all of them if it doesn't say.
 class ProductFilter {
 public:
@@ -184,9 +194,9 @@ Status RequestDesk::select(const XmlObject& request, core::Device::Devices& devi
     }
     for (const auto& entry : list->getObjects()) {
         for (const auto& property : entry->getProperties()) {
-            const auto identifier = core::XmlConverter::toAttribute(*property);
-            const auto device = identifier ? manager.GetDevice(*identifier) : nullptr;
-            if (!device) return notFound(property->getAttribute(tags::Name));
+            const core::Attribute identifier = readIdentifier(*property);
+            const auto device = manager.GetDevice(identifier);
+            if (!device) return notFound(identifier.getName());
             if (!filter.allows(*device)) return features::statuses::notAnNorvoSsd();
             if (std::find(devices.begin(), devices.end(), device) == devices.end())
                 devices.push_back(device);

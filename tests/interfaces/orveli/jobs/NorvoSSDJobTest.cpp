@@ -273,12 +273,21 @@ TEST(NorvoSSDJob, ADriveWithoutSmartIsAsTheIdentificationFoundIt) {
     set(drive, attributes::SMARTEnabled(), false);
     EXPECT_EQ(valueOf(drive, "DeviceStatus"), "Healthy");
     EXPECT_TRUE(drive.sentAta().empty());
+}
+
+TEST(NorvoSSDJob, NoDriveIsHealthyThatDoesNotTell) {
     ScriptedDrive refusing = nvmeDrive();
     refusing.onNvme(GET_LOG_PAGE, SMART_HEALTH, {});
-    EXPECT_EQ(valueOf(refusing, "DeviceStatus"), "Healthy");
+    EXPECT_EQ(valueOf(refusing, "DeviceStatus"),
+              "NVMe command reported a problem. Get Log Page: Invalid Command Opcode.");
     ScriptedDrive brief = nvmeDrive();
     brief.onNvme(GET_LOG_PAGE, SMART_HEALTH, {{.data = structure(511, {{0, {0x04}}})}});
-    EXPECT_EQ(valueOf(brief, "DeviceStatus"), "Healthy");
+    EXPECT_EQ(valueOf(brief, "DeviceStatus"),
+              "The IO command passed, but did not return the expected amount of data.");
+    ScriptedDrive aborting = sataDrive();
+    aborting.onAta(SMART, 0xDA, C24F00, {});
+    EXPECT_EQ(valueOf(aborting, "DeviceStatus"),
+              "ATA command reported a problem. SMART RETURN STATUS: error register 0x04.");
 }
 
 TEST(NorvoSSDJob, ShowsWhatTheIdentificationMetWith) {

@@ -90,6 +90,17 @@ TEST(NvmeLogJob, ShowsEachEntryOfErrorInformationThatCounts) {
     EXPECT_EQ(drive.sentNvme().back().fields.cdw10, 0x002F0001U);
 }
 
+TEST(NvmeLogJob, SplitsNoLocationOfAnErrorThatIsAboutNoParameter) {
+    ScriptedDrive drive = nvmeDrive();
+    drive.onNvme(GET_LOG_PAGE, 0x01,
+                 {{.data = bytesOf(192, {{0, "0600000000000000"}, {14, "FFFF1122334455667788"}})}});
+    NvmeLogJob job;
+    EXPECT_NE(runJob(job, oneLog("1"), {drive.getDevice()})
+                  .output.find(R"(<Property name="ParameterErrorLocation" value="65535"/>)"
+                               R"(<Property name="LBA" value="9833440827789222417"/>)"),
+              std::string::npos);
+}
+
 TEST(NvmeLogJob, ShowsSmartHealthUnderTheCataloguesNames) {
     ScriptedDrive drive = nvmeDrive();
     drive.onNvme(GET_LOG_PAGE, 0x02,
@@ -272,14 +283,16 @@ TEST(EyeDiagramJob, ShowsACharacterForEachPlace) {
         R"(name="EyeWidth" value="42"/>)"
         R"(<Property description="Height of the open eye in millivolts" name="EyeHeight" )"
         R"(value="118"/>)"
+        R"(<Property name="Legend" )"
+        R"(value="1 to 9 = error rate of 10^-1 to 10^-9 or less, . = no errors"/>)"
         R"(<Property name="Row 00" )"
-        R"(value="1999............................................................"/>)"
+        R"(value="|1999............................................................|"/>)"
         R"(<Property name="Row 01" )"
-        R"(value="................................................................"/>)";
+        R"(value="|................................................................|"/>)";
     EXPECT_EQ(output.substr(0, start.size()), start);
     const std::string end =
         R"(<Property name="Row 30" )"
-        R"(value="...............................................................3"/>)"
+        R"(value="|...............................................................3|"/>)"
         R"(</Object></Object>)";
     ASSERT_GT(output.size(), end.size());
     EXPECT_EQ(output.substr(output.size() - end.size()), end);

@@ -252,6 +252,15 @@ TEST(GplJob, RefusesAddressesAndPagesThatThereAreNot) {
     }
 }
 
+TEST(GplJob, TrustsNoDirectoryOfAnotherVersion) {
+    ScriptedDrive drive("ATA");
+    drive.onAta(READ_LOG_EXT, 0, 0x00,
+                {{.data = bytesOf(512, {{0, "0101"}, {320, "0200"}, {352, "2C01"}})}});
+    drive.onAta(READ_LOG_EXT, 0, 0xB0, {{.data = bytesOf(512)}});
+    GplJob job;
+    expectFailure(job, gpl(R"(<Property name="LogAddress" value="0xB0"/>)"), drive, 10, 33);
+}
+
 TEST(GplJob, NvmeDrivesHaveNoGeneralPurposeLog) {
     ScriptedDrive drive = nvmeDrive();
     GplJob job;

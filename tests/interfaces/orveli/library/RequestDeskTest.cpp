@@ -180,6 +180,7 @@ TEST_F(RequestDeskTest, SelectsDrivesByEachIdentifier) {
     EXPECT_EQ(servedDrives(selecting("Index", "2")), "S3");
     EXPECT_EQ(servedDrives(selecting("SerialNumber", "s1")), "S1");
     EXPECT_EQ(servedDrives(selecting("Path", "/DEV/B")), "S2");
+    EXPECT_EQ(servedDrives(selecting("SerialNumber", "/DEV/B")), "S2");
     EXPECT_EQ(servedDrives(selecting("DriveLetter", "/dev/c1")), "S3");
 }
 
@@ -203,7 +204,8 @@ TEST_F(RequestDeskTest, TellsWhichIdentifierFoundNoDrive) {
         {"Index", "3", {"0", "4"}},         {"Index", "x", {"0", "4"}},
         {"SerialNumber", "S9", {"0", "5"}}, {"DriveLetter", "/dev/c2", {"0", "6"}},
         {"DriveId", "X", {"0", "7"}},       {"CSMIIdentifiers", "1", {"0", "7"}},
-        {"Path", "/dev/d", {"0", "8"}},     {"Color", "red", {"11", "10"}},
+        {"Path", "/dev/d", {"0", "8"}},     {"SerialNumber", "/DEV/D", {"0", "8"}},
+        {"Color", "red", {"11", "10"}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
