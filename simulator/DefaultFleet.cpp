@@ -195,7 +195,7 @@ constexpr std::string_view DESCRIPTION = R"json({
         {"path": "/dev/sdc2", "fileSystemType": "ext4", "offset": 537919488,
          "size": 1919844089856}
       ],
-      "security": {"isFrozen": true, "isFrozenAtPowerOn": true}
+      "security": {"isFrozen": true}
     },
     {
       "kind": "SATA",

@@ -75,7 +75,7 @@ NvmeAnswer create(NvmeDrive& drive, const core::Payload& wanted) {
     NvmeNamespace made{drive.commonNamespace, {}};
     protocols::writeNumber(made.identify, in::NSZE, readNumber(wanted, nm::NSZE));
     protocols::writeNumber(made.identify, in::NCAP, readNumber(wanted, nm::NCAP));
-    protocols::writeNumber(made.identify, in::NUSE, readNumber(wanted, nm::NCAP));
+    protocols::writeNumber(made.identify, in::NUSE, 0);
     protocols::writeNumber(made.identify, in::FLBAS, readNumber(wanted, nm::FLBAS));
     protocols::writeNumber(made.identify, in::DPS, readNumber(wanted, nm::DPS));
     protocols::writeNumber(made.identify, in::NMIC, readNumber(wanted, nm::NMIC));

@@ -96,6 +96,7 @@ inline constexpr std::uint8_t ABORTED_BY_COMMAND = 0x1;
 inline constexpr std::uint8_t ABORTED_BY_RESET = 0x2;
 inline constexpr std::uint8_t ABORTED_BY_NAMESPACE_REMOVAL = 0x3;
 inline constexpr std::uint8_t ABORTED_BY_FORMAT = 0x4;
+inline constexpr std::uint8_t FAILED_SEGMENT = 0x7;
 }  // namespace self_test_results
 
 /// Writes the result down if a self-test has come to its end.

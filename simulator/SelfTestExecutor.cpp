@@ -9,6 +9,8 @@ using std::chrono::milliseconds;
 
 namespace {
 
+constexpr std::uint64_t FIRST_SEGMENT = 1;
+
 milliseconds selfTestTime(const NvmeDrive& drive, std::uint8_t code) {
     if (code == self_test::SHORT) return drive.shortSelfTestTime;
     return std::chrono::minutes(
@@ -36,6 +38,8 @@ void endSelfTest(NvmeDrive& drive, std::uint8_t result) {
     writeBits(entry, fields::DeviceSelfTestStatus, self_test_status::RESULT, result);
     writeBits(entry, fields::DeviceSelfTestStatus, self_test_status::CODE,
               drive.runningSelfTest->code);
+    if (result == self_test_results::FAILED_SEGMENT)
+        protocols::writeNumber(entry, fields::SegmentNumber, FIRST_SEGMENT);
     protocols::writeNumber(
         entry, fields::POH,
         protocols::readNumber(drive.smartHealthLog, smart_health_log::PowerOnHours));

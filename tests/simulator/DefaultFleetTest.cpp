@@ -173,7 +173,7 @@ TEST(DefaultFleet, HasAPartitionedDriveWithFrozenSecurity) {
               (std::vector<PartitionFacts>{{"/dev/sdc1", "vfat", 1048576, 536870912},
                                            {"/dev/sdc2", "ext4", 537919488, 1919844089856}}));
     EXPECT_TRUE(ata(5).security.isFrozen);
-    EXPECT_TRUE(ata(5).security.isFrozenAtPowerOn);
+    EXPECT_FALSE(ata(5).security.isFrozenAtPowerOn);
     EXPECT_FALSE(ata(3).security.isFrozen);
 }
 

@@ -219,6 +219,16 @@ TEST(FirmwareImageDownload, RefusesPiecesThatOverlap) {
     }
 }
 
+TEST(FirmwareImageDownload, StartsAnewWithTheFirstPiece) {
+    Simulation simulation;
+    put(simulation.drive.identifyController, 319, 0xFF, 1);
+    simulation.run(download(0), core::Payload(PIECE));
+    simulation.run(download(1024), core::Payload(PIECE));
+    EXPECT_EQ(simulation.status(download(0), core::Payload(PIECE)), 0U);
+    EXPECT_EQ(simulation.drive.downloadedImage.size(), 1U);
+    EXPECT_EQ(simulation.status(download(1024), core::Payload(PIECE)), 0U);
+}
+
 TEST(FirmwareImageDownload, HoldsToTheGranularity) {
     struct Row {
         std::uint64_t fwug;

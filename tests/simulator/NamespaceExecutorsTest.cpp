@@ -61,7 +61,7 @@ TEST(NamespaceManagement, CreatesWithTheLowestFreeIdentifier) {
     const NvmeNamespace& made = simulation.drive.namespaces.at(3);
     EXPECT_EQ(get(made.identify, 0, 8), 0x800U);
     EXPECT_EQ(get(made.identify, 8, 8), 0x800U);
-    EXPECT_EQ(get(made.identify, 16, 8), 0x800U);
+    EXPECT_EQ(get(made.identify, 16, 8), 0U);
     EXPECT_EQ(get(made.identify, 25, 1), 3U);
     EXPECT_EQ(get(made.identify, 26, 1), 1U);
     EXPECT_EQ(get(made.identify, 30, 1), 1U);

@@ -80,6 +80,7 @@ TEST(SelfTestExecutor, ComesToTheOutcomeOfTheDrive) {
     simulation.run(selfTest(1));
     simulation.time = minutes(2);
     EXPECT_EQ(get(simulation.log(0x06, 564), 4, 1), 0x17U);
+    EXPECT_EQ(get(simulation.log(0x06, 564), 5, 1), 1U);  // the first of its segments
 }
 
 TEST(SelfTestExecutor, KeepsTwentyResultsNewestFirst) {
