@@ -64,7 +64,7 @@ Fleet readFile(const std::string& file, Unmentioned unmentioned) {
     }
 }
 
-/// Whether a file of the folder can be replaced; it would be written over in place otherwise.
+/// Whether a file of the folder can be replaced.
 bool takesNewFiles(const std::string& file) {
     const std::string folder = std::filesystem::path(file).parent_path().string();
     return ::faccessat(AT_FDCWD, folder.c_str(), W_OK | X_OK, AT_EACCESS) == 0;
@@ -168,7 +168,7 @@ void FleetFolder::write() {
         throw writeFailure(file(STATE),
                            "It would have more than " + std::to_string(MAX_FILE_SIZE) + " bytes.");
     }
-    if (!files::replace(target, text)) throw writeFailure(file(STATE), "It can't be written.");
+    if (!files::replaceByRename(target, text)) throw writeFailure(file(STATE), "It can't be written.");
     kept = fleet;
 }
 

@@ -146,6 +146,20 @@ TEST(FleetFolder, ReplacesWhatALinkLeadsTo) {
     EXPECT_EQ(counter(simulation.makeFolder()->open()), 8U);
 }
 
+TEST(FleetFolder, ReplacesAStateThatHasAnotherName) {
+    FleetSimulation simulation;
+    const std::string backup = simulation.temporary.path("backup.json");
+    std::filesystem::create_hard_link(simulation.state, backup);
+    writeAll(simulation.path + "/.state.json.new", "of a process that was killed");
+    const std::string before = readAll(simulation.state);
+    const auto folder = simulation.makeFolder();
+    setCounter(folder->open(), 8);
+    folder->commit();
+    EXPECT_EQ(counter(simulation.makeFolder()->open()), 8U);
+    EXPECT_EQ(readAll(backup), before);
+    EXPECT_FALSE(std::filesystem::exists(simulation.path + "/.state.json.new"));
+}
+
 TEST(FleetFolder, LeavesFilesAloneThatItCannotUse) {
     struct Row {
         const char* file;
