@@ -137,6 +137,7 @@ Fleet fullFleet() {
     Fleet fleet;
     fleet.timeFactor = 1;
     fleet.latestTime = std::chrono::milliseconds(90'000'000'000'000'000);
+    fleet.realTime = std::chrono::milliseconds(89'000'000'000'000'000);
     fleet.drives.push_back({.drive = fullNvmeDrive(),
                             .devicePath = "/dev/nvme0",
                             .partitions = {{"/dev/nvme0n1p1", "ext4", 1048576, UINT64_MAX}, {}},
