@@ -127,6 +127,9 @@ NvmeAnswer executeFirmwareDownload(NvmeDrive& drive, const NvmeRequest& request)
     if (!hasGranularity(drive, offset, bytes)) {
         return refusal(status_codes::INVALID_FIELD_IN_COMMAND);
     }
+    // Another beginning: whoever sends it has given up the image before, which may never have been
+    // committed.
+    if (offset == 0 && drive.downloadedImage.contains(0)) drive.downloadedImage.clear();
     if (overlaps(drive, offset, bytes)) return refusal(status_codes::OVERLAPPING_RANGE);
     const core::Payload piece(request.input.data(), static_cast<std::uint32_t>(bytes));
     drive.downloadedImage.emplace(offset, piece);
