@@ -144,10 +144,13 @@ void FleetFolder::takeLock() {
     std::filesystem::create_directories(path, error);
     if (error) throw about(features::statuses::directoryCreationFailed(), path, error.message());
 
-    lock = FileLock(file(LOCK), FileLock::Missing::MAKE);
-    isLockedForChange = lock.isHeld();
+    // Those who can only read stand in nobody's way but that of who writes.
+    const auto holders = takesNewFiles(files::resolve(file(STATE))) ? FileLock::Holders::ONE
+                                                                    : FileLock::Holders::SEVERAL;
+    lock = FileLock(file(LOCK), FileLock::Missing::MAKE, holders);
+    isLockedForChange = lock.isHeld() && holders == FileLock::Holders::ONE;
     if (lock.isHeld()) return;
-    lock = FileLock(file(STATE), FileLock::Missing::LEAVE);
+    lock = FileLock(file(STATE), FileLock::Missing::LEAVE, FileLock::Holders::SEVERAL);
     if (!lock.isHeld()) throw writeFailure(file(LOCK), "It can't be made, or not be locked.");
 }
 

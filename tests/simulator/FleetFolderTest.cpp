@@ -244,6 +244,24 @@ TEST(FleetFolder, CanOnlyBeReadByWhoeverMayNotWrite) {
     std::filesystem::permissions(simulation.path, std::filesystem::perms(0755));
 }
 
+TEST(FleetFolder, IsOpenForSeveralWhoMayNotWrite) {
+    FleetSimulation simulation;
+    std::filesystem::permissions(simulation.temporary.path(), std::filesystem::perms(0755));
+    for (const bool hasLockFile : {false, true}) {
+        if (hasLockFile) writeAll(simulation.path + "/lock", "");
+        std::filesystem::permissions(simulation.path, std::filesystem::perms(0555));
+        const auto finding = inForkedChild([&] {
+            becomeOrdinaryUser();
+            ::alarm(20);  // who would wait for himself
+            const auto one = simulation.makeFolder();
+            const auto other = simulation.makeFolder();
+            return std::to_string(counter(one->open())) + std::to_string(counter(other->open()));
+        });
+        EXPECT_EQ(finding.text, "77") << hasLockFile;
+        std::filesystem::permissions(simulation.path, std::filesystem::perms(0755));
+    }
+}
+
 TEST(FleetFolder, CannotBeginInAFolderThatTakesNoFiles) {
     const TemporaryFolder temporary;
     std::filesystem::permissions(temporary.path(), std::filesystem::perms(0555));
