@@ -5,6 +5,7 @@
 #include "simulator/AtaController.h"
 #include "simulator/DefaultFleet.h"
 #include "simulator/FleetText.h"
+#include "simulator/JsonText.h"
 #include "simulator/NvmeController.h"
 #include "simulator/RecordText.h"
 
@@ -28,8 +29,7 @@ constexpr const char* STATE = "state.json";
 constexpr const char* LOCK = "lock";
 constexpr const char* POWER_CYCLE = "power-cycle";
 
-/// Far more than any fleet takes. What is larger was not made for this.
-constexpr std::size_t MAX_FILE_SIZE = 64UL * 1024 * 1024;
+constexpr std::size_t MAX_FILE_SIZE = LONGEST_JSON;
 
 /// The row with the file, and what is wrong with it, behind its text.
 core::Status about(core::Status row, const std::string& file, const std::string& problem) {
