@@ -54,6 +54,12 @@ public:
         }
     }
 
+    /// The file `path` itself, in place of what an earlier process left there.
+    explicit TemporaryFile(std::string path) : name(std::move(path)) {
+        if (::unlink(name.c_str()) == 0 || errno == ENOENT)
+            number = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    }
+
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
@@ -175,6 +181,13 @@ bool takeMode(int number, const struct stat& old) {
 
     return ::fchmod(number, old.st_mode & 07777U) == 0 && ::fstat(number, &state) == 0 &&
            state.st_mode == old.st_mode && state.st_uid == old.st_uid && state.st_gid == old.st_gid;
+}
+
+/// Gives the new file the old one's owner and mode, as far as the system allows that. The mode
+/// comes last, since a new owner takes bits of it away.
+void takeWhatIsAllowed(int number, const struct stat& old) {
+    if (::fchown(number, old.st_uid, old.st_gid) != 0) errno = 0;
+    if (::fchmod(number, old.st_mode & 07777U) != 0) errno = 0;
 }
 
 /// Puts a new file in the place of `old`, which stands at `path`.
@@ -324,6 +337,26 @@ bool replace(const std::string& path, std::string_view bytes) {
     Outcome outcome = tryToReplace(path, bytes);
     if (outcome == Outcome::APPEARED) outcome = tryToReplace(path, bytes);
     return outcome == Outcome::WRITTEN;
+}
+
+bool replaceByRename(const std::string& path, std::string_view bytes) {
+    if (!isUsable(path)) return false;
+
+    struct stat old {};
+
+    const bool isThere = ::lstat(path.c_str(), &old) == 0;
+    if (!isThere && errno != ENOENT) return false;
+    if (isThere && !S_ISREG(old.st_mode)) return false;
+    if (isThere && ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0) return false;
+
+    const std::string folder = folderOf(path);
+    TemporaryFile file(folder + "." + std::filesystem::path(path).filename().string() + ".new");
+    if (!file.isOpen()) return false;
+    if (!writeAll(file.get(), bytes)) return false;
+    if (isThere) takeWhatIsAllowed(file.get(), old);
+    if (!flushToDisk(file.get()) || file.takePlaceOf(path) != Outcome::WRITTEN) return false;
+    flushFolder(folder);
+    return true;
 }
 
 }  // namespace orvel::core::files

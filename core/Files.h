@@ -31,4 +31,14 @@ std::string resolve(const std::string& path);
 /// The process must live on after SIGPIPE and SIGXFSZ, which writing can raise.
 bool replace(const std::string& path, std::string_view bytes);
 
+/// Replaces the plain file `path`, or makes it, by renaming and in no other way: whatever happens,
+/// it has the old bytes or the new ones. Keeps the mode, and the owner if the system allows that;
+/// another name of the old file keeps the old bytes. False, with the old file as it was, if the
+/// bytes could not be written, if the old file may not be written to, or is no plain file (links
+/// are not followed).
+///
+/// The new bytes stand in `.<name>.new` beside it until then. A process that is killed leaves that
+/// file behind, and the next replacement takes it away. So only one at a time may replace a path.
+bool replaceByRename(const std::string& path, std::string_view bytes);
+
 }  // namespace orvel::core::files

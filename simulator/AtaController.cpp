@@ -103,8 +103,9 @@ AtaController::Result makeResult(const TaskFile& fields, const AtaAnswer& answer
 
 /// Some commands have to follow right behind another one.
 void noteCommand(AtaDrive& drive, std::uint8_t code, bool isDone) {
-    drive.security.isErasePrepared = isDone && code == command_codes::SECURITY_ERASE_PREPARE;
-    drive.hasReadNativeMaxAddress = isDone && code == command_codes::READ_NATIVE_MAX_ADDRESS_EXT;
+    drive.session.isErasePrepared = isDone && code == command_codes::SECURITY_ERASE_PREPARE;
+    drive.session.hasReadNativeMaxAddress =
+        isDone && code == command_codes::READ_NATIVE_MAX_ADDRESS_EXT;
 }
 
 void countPowerCycle(AtaDrive& drive) {

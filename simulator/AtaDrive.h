@@ -31,7 +31,6 @@ struct AtaSecurity {
     bool isEnabled = false;
     bool isLocked = false;
     bool isFrozen = false;
-    bool isErasePrepared = false;  ///< the last command was SECURITY ERASE PREPARE
     StoredBytes userPassword{32};
     StoredBytes masterPassword{32};
     bool isMaximum = false;  ///< the master password can't unlock
@@ -68,6 +67,20 @@ struct AtaSettings {
     bool operator==(const AtaSettings&) const = default;
 };
 
+/// What a SATA drive knows of the last command only. It outlasts neither the end of those commands
+/// that belong together nor power, and doesn't make drives different: so that those who merely look
+/// at a drive don't change it.
+struct AtaSession {
+    bool isErasePrepared = false;          ///< it was SECURITY ERASE PREPARE
+    bool hasReadNativeMaxAddress = false;  ///< it was READ NATIVE MAX ADDRESS EXT
+    std::uint16_t sctExtendedStatus = 0;   ///< of the last SCT command
+    std::uint16_t sctAction = 0;
+    std::uint16_t sctFunction = 0;
+    StoredBytes sctData;  ///< of the last SCT command, until it is read
+
+    bool operator==(const AtaSession& /*other*/) const { return true; }
+};
+
 /// A plain record; a copy is a drive of its own. What stands in a structure that the drive shows is
 /// kept there only; checksums and what follows from other parts are made when a command reads it.
 struct AtaDrive {
@@ -77,9 +90,8 @@ struct AtaDrive {
     AtaSettings powerOnSettings;                       ///< what the settings are when power comes
     std::uint64_t nativeMaxAddress = 0;                ///< the highest LBA there is
     std::optional<std::uint64_t> maxAddressAtPowerOn;  ///< after a change for this power cycle only
-    bool hasMaxAddressBeenSet = false;     ///< in this power cycle: only once is allowed
-    bool hasReadNativeMaxAddress = false;  ///< the last command was READ NATIVE MAX ADDRESS EXT
-    bool isMaxAddressFrozen = false;       ///< until the next power cycle
+    bool hasMaxAddressBeenSet = false;  ///< in this power cycle: only once is allowed
+    bool isMaxAddressFrozen = false;    ///< until the next power cycle
     StoredBytes smartData{protocols::ata::smart_data::SIZE};
     StoredBytes smartThresholds{protocols::ata::smart_thresholds::SIZE};
     std::deque<StoredBytes> errorLog;         ///< extended_error_log::ERRORS, newest first
@@ -89,12 +101,11 @@ struct AtaDrive {
     std::uint8_t selfTestOutcome = 0;      ///< the status that a test comes to, once the time is up
     std::uint64_t selfTestFailingLba = 0;  ///< of a test that fails
 
-    StoredBytes sctStatus{protocols::ata::sct_status::SIZE};
-    std::map<std::uint16_t, SctFeatureState> sctFeatures;  ///< by feature code
-    std::array<std::uint16_t, 2> recoveryTimers = {0, 0};  ///< read and write, units of 100 ms
+    StoredBytes sctStatus{protocols::ata::sct_status::SIZE};  ///< without what `session` has of it
+    std::map<std::uint16_t, SctFeatureState> sctFeatures;     ///< by feature code
+    std::array<std::uint16_t, 2> recoveryTimers = {0, 0};     ///< read and write, units of 100 ms
     std::array<std::uint16_t, 2> recoveryTimersAtPowerOn = {0, 0};
     std::deque<std::int8_t> temperatureHistory;  ///< degrees Celsius, newest first
-    StoredBytes sctData;                         ///< of the last SCT command, until it is read
 
     std::map<std::uint8_t, StoredBytes> deviceStatistics;        ///< pages by number
     std::map<std::uint16_t, std::uint64_t> phyEventCounters;     ///< by identifier
@@ -107,6 +118,8 @@ struct AtaDrive {
 
     std::map<std::uint32_t, StoredBytes> downloadedMicrocode;  ///< pieces by offset in blocks
     std::string deferredRevision;  ///< firmware that waits for its activation; empty for none
+
+    AtaSession session;
 
     bool operator==(const AtaDrive&) const = default;
 };

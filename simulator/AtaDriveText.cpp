@@ -55,7 +55,6 @@ struct SecurityMembers {
         text.member("isEnabled", &AtaSecurity::isEnabled, Flag{});
         text.member("isLocked", &AtaSecurity::isLocked, Flag{});
         text.member("isFrozen", &AtaSecurity::isFrozen, Flag{});
-        text.member("isErasePrepared", &AtaSecurity::isErasePrepared, Flag{});
         text.member("userPassword", &AtaSecurity::userPassword, Structure{layouts::PASSWORD});
         text.member("masterPassword", &AtaSecurity::masterPassword, Structure{layouts::PASSWORD});
         text.member("isMaximum", &AtaSecurity::isMaximum, Flag{});
@@ -146,7 +145,6 @@ private:
         text.member("nativeMaxAddress", &Drive::nativeMaxAddress, LBA);
         text.member("maxAddressAtPowerOn", &Drive::maxAddressAtPowerOn, forms::Optional{LBA});
         text.member("hasMaxAddressBeenSet", &Drive::hasMaxAddressBeenSet, Flag{});
-        text.member("hasReadNativeMaxAddress", &Drive::hasReadNativeMaxAddress, Flag{});
         text.member("isMaxAddressFrozen", &Drive::isMaxAddressFrozen, Flag{});
     }
 
@@ -178,8 +176,6 @@ private:
                     Array{Number<std::uint16_t>{}});
         text.member("temperatureHistory", &Drive::temperatureHistory,
                     List{SignedNumber<std::int8_t>{}, MOST_SAMPLES});
-        text.member("sctData", &Drive::sctData,
-                    SizedStructure{layouts::IMAGE_PIECE, {1, MOST_IMAGE_BYTES}});
     }
 
     template <class Text>

@@ -24,8 +24,9 @@ int openFile(const std::string& path, FileLock::Missing missing) {
     return ::open(path.c_str(), O_RDONLY | FLAGS);
 }
 
-bool waitForLock(int file) {
-    while (::flock(file, LOCK_EX) != 0) {
+bool waitForLock(int file, FileLock::Holders holders) {
+    const int kind = holders == FileLock::Holders::ONE ? LOCK_EX : LOCK_SH;
+    while (::flock(file, kind) != 0) {
         if (errno != EINTR) return false;
     }
     return true;
@@ -43,11 +44,11 @@ bool standsAt(const std::string& path, int file) {
 
 }  // namespace
 
-FileLock::FileLock(const std::string& path, Missing missing) {
+FileLock::FileLock(const std::string& path, Missing missing, Holders holders) {
     while (true) {
         const int opened = openFile(path, missing);
         if (opened < 0) return;
-        const bool isLocked = waitForLock(opened);
+        const bool isLocked = waitForLock(opened, holders);
         if (isLocked && standsAt(path, opened)) {
             file = opened;
             return;

@@ -73,6 +73,7 @@ struct Fleet {
     std::vector<SimulatedDrive> drives;
     std::uint32_t timeFactor = 120;           ///< how many times faster than real time drives age
     std::chrono::milliseconds latestTime{0};  ///< that any of the drives has seen
+    std::chrono::milliseconds realTime{0};    ///< since 1970, when it was latestTime for the drives
 
     bool operator==(const Fleet&) const = default;
 };

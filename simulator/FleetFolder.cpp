@@ -5,14 +5,15 @@
 #include "simulator/AtaController.h"
 #include "simulator/DefaultFleet.h"
 #include "simulator/FleetText.h"
+#include "simulator/JsonText.h"
 #include "simulator/NvmeController.h"
+#include "simulator/RecordText.h"
 
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
-#include <limits>
 #include <system_error>
 #include <utility>
 
@@ -28,8 +29,7 @@ constexpr const char* STATE = "state.json";
 constexpr const char* LOCK = "lock";
 constexpr const char* POWER_CYCLE = "power-cycle";
 
-/// Far more than any fleet takes. What is larger was not made for this.
-constexpr std::size_t MAX_FILE_SIZE = 64UL * 1024 * 1024;
+constexpr std::size_t MAX_FILE_SIZE = LONGEST_JSON;
 
 /// The row with the file, and what is wrong with it, behind its text.
 core::Status about(core::Status row, const std::string& file, const std::string& problem) {
@@ -64,7 +64,7 @@ Fleet readFile(const std::string& file, Unmentioned unmentioned) {
     }
 }
 
-/// Whether a file of the folder can be replaced; it would be written over in place otherwise.
+/// Whether a file of the folder can be replaced.
 bool takesNewFiles(const std::string& file) {
     const std::string folder = std::filesystem::path(file).parent_path().string();
     return ::faccessat(AT_FDCWD, folder.c_str(), W_OK | X_OK, AT_EACCESS) == 0;
@@ -75,11 +75,14 @@ milliseconds timeOfDay() {
         std::chrono::system_clock::now().time_since_epoch());
 }
 
-/// As far as the number goes.
-milliseconds accelerated(milliseconds time, std::uint32_t factor) {
-    const std::int64_t most = std::numeric_limits<std::int64_t>::max();
-    if (time.count() <= 0 || factor == 0) return milliseconds{0};
-    return milliseconds{time.count() > most / factor ? most : time.count() * factor};
+/// As far as times can be written down.
+constexpr milliseconds LAST_TIME{forms::Time::MOST};
+
+/// Neither is negative. As far as times go.
+milliseconds addAccelerated(milliseconds start, milliseconds passed, std::uint32_t factor) {
+    const milliseconds left = std::max(milliseconds{0}, LAST_TIME - start);
+    if (factor == 0) return start;
+    return passed > left / factor ? std::max(start, LAST_TIME) : start + passed * factor;
 }
 
 }  // namespace
@@ -101,14 +104,24 @@ Fleet& FleetFolder::open() {
 }
 
 milliseconds FleetFolder::now() {
-    latestTime = std::max(latestTime, accelerated(realTime(), fleet->timeFactor));
+    const milliseconds real = std::clamp(realTime(), milliseconds{0}, LAST_TIME);
+    if (real < latestRealTime) {
+        wasClockSetBack = true;
+    } else {
+        latestTime = addAccelerated(latestTime, real - latestRealTime, fleet->timeFactor);
+    }
+    latestRealTime = real;
     return latestTime;
 }
 
 void FleetFolder::commit() {
     if (!fleet) return;
     try {
-        if (fleet != kept) write();
+        if (fleet != kept) {
+            write();
+        } else if (wasClockSetBack) {
+            writeTimes();
+        }
     } catch (...) {
         abandon();
         throw;
@@ -131,10 +144,13 @@ void FleetFolder::takeLock() {
     std::filesystem::create_directories(path, error);
     if (error) throw about(features::statuses::directoryCreationFailed(), path, error.message());
 
-    lock = FileLock(file(LOCK), FileLock::Missing::MAKE);
-    isLockedForChange = lock.isHeld();
+    // Those who can only read stand in nobody's way but that of who writes.
+    const auto holders = takesNewFiles(files::resolve(file(STATE))) ? FileLock::Holders::ONE
+                                                                    : FileLock::Holders::SEVERAL;
+    lock = FileLock(file(LOCK), FileLock::Missing::MAKE, holders);
+    isLockedForChange = lock.isHeld() && holders == FileLock::Holders::ONE;
     if (lock.isHeld()) return;
-    lock = FileLock(file(STATE), FileLock::Missing::LEAVE);
+    lock = FileLock(file(STATE), FileLock::Missing::LEAVE, FileLock::Holders::SEVERAL);
     if (!lock.isHeld()) throw writeFailure(file(LOCK), "It can't be made, or not be locked.");
 }
 
@@ -146,7 +162,11 @@ void FleetFolder::load() {
     } else {
         fleet = readFleet(defaultFleet(), Unmentioned::TYPICAL);
     }
-    latestTime = std::max(milliseconds{0}, fleet->latestTime);
+    // Time begins to pass for drives that are new, wherever their description is from.
+    if (!kept) fleet->realTime = std::clamp(realTime(), milliseconds{0}, LAST_TIME);
+    latestTime = fleet->latestTime;
+    latestRealTime = fleet->realTime;
+    wasClockSetBack = false;
 
     const bool losesPower = exists(file(POWER_CYCLE));
     if (losesPower) powerCycle();
@@ -163,13 +183,25 @@ void FleetFolder::write() {
     if (!isLockedForChange || !takesNewFiles(target))
         throw writeFailure(file(STATE), "Its folder takes no new files.");
     fleet->latestTime = latestTime;
+    fleet->realTime = latestRealTime;
     const std::string text = writeFleet(*fleet);
     if (text.size() > MAX_FILE_SIZE) {
         throw writeFailure(file(STATE),
                            "It would have more than " + std::to_string(MAX_FILE_SIZE) + " bytes.");
     }
-    if (!files::replace(target, text)) throw writeFailure(file(STATE), "It can't be written.");
+    if (!files::replaceByRename(target, text))
+        throw writeFailure(file(STATE), "It can't be written.");
     kept = fleet;
+}
+
+/// Time would stand still until the real clock comes to where it was. Whoever can't write that down
+/// has lost nothing else.
+void FleetFolder::writeTimes() {
+    try {
+        write();
+    } catch (const core::Status&) {
+        return;
+    }
 }
 
 void FleetFolder::powerCycle() {

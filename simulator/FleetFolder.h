@@ -43,10 +43,13 @@ public:
 
     bool isOpen() const { return fleet.has_value(); }
 
-    /// The simulated time: that of the fleet's clock, which never goes back. Only while open.
+    /// The simulated time: that of the fleet's clock, which never goes back. It goes on from where
+    /// it was written down, by the real time since then; a real clock that is set back costs the
+    /// time since the last look at it, no more. Only while open.
     std::chrono::milliseconds now();
 
-    /// Keeps what has changed since `open` and unlocks, if it is open. Throws core::Status by
+    /// Keeps what has changed since `open`, if it isn't the time alone, and unlocks, if it is open.
+    /// Throws core::Status by
     /// value, 10/168 with the file; it is unlocked all the same.
     void commit();
 
@@ -58,6 +61,7 @@ private:
     void takeLock();
     void load();
     void write();
+    void writeTimes();
     void powerCycle();
 
     std::string path;
@@ -67,6 +71,8 @@ private:
     std::optional<Fleet> fleet;      ///< only while open
     std::optional<Fleet> kept;       ///< as the state file has it; nothing if there is none
     std::chrono::milliseconds latestTime{0};
+    std::chrono::milliseconds latestRealTime{0};  ///< when it was latestTime
+    bool wasClockSetBack = false;                 ///< since `open`, or before it
 };
 
 }  // namespace orvel::simulator

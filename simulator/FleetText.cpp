@@ -37,6 +37,7 @@ struct FleetMembers {
     static void describe(Text& text) {
         text.member("timeFactor", &Fleet::timeFactor, Number<std::uint32_t>{1, LARGEST_FACTOR});
         text.member("latestTime", &Fleet::latestTime, Time{});
+        text.member("realTime", &Fleet::realTime, Time{});
         text.member("drives", &Fleet::drives, List{DriveForm{}, MOST_DRIVES});
     }
 };

@@ -16,7 +16,6 @@ namespace orvel::simulator {
 
 namespace {
 
-constexpr std::size_t LONGEST = std::size_t{256} << 20U;
 constexpr std::size_t DEEPEST = 64;
 constexpr std::size_t MOST_VALUES = 8'000'000;
 
@@ -80,7 +79,7 @@ private:
 };
 
 void checkOutline(std::string_view text) {
-    if (text.size() > LONGEST) throw FleetTextError("at most 256 MiB of text were expected");
+    if (text.size() > LONGEST_JSON) throw FleetTextError("at most 64 MiB of text were expected");
     Outline outline;
     for (const char character : text)
         outline.take(character);

@@ -60,7 +60,7 @@ AtaAnswer executeReadNativeMaxAddressExt(AtaDrive& drive, const AtaRequest& /*re
 
 AtaAnswer executeSetMaxAddressExt(AtaDrive& drive, const AtaRequest& request) {
     const bool outlastsPowerCycles = (request.fields.count & VALUE_VOLATILE) != 0;
-    if (!drive.hasReadNativeMaxAddress) return aborted();
+    if (!drive.session.hasReadNativeMaxAddress) return aborted();
     if (request.fields.lba > drive.nativeMaxAddress) return aborted();
     if (outlastsPowerCycles && drive.hasMaxAddressBeenSet) return notFound();
     if (outlastsPowerCycles) {
@@ -77,7 +77,7 @@ void resetMaxAddress(AtaDrive& drive) {
     if (drive.maxAddressAtPowerOn) setAccessibleMaxAddress(drive, *drive.maxAddressAtPowerOn);
     drive.maxAddressAtPowerOn.reset();
     drive.hasMaxAddressBeenSet = false;
-    drive.hasReadNativeMaxAddress = false;
+    drive.session.hasReadNativeMaxAddress = false;
     drive.isMaxAddressFrozen = false;
 }
 

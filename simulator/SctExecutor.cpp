@@ -223,7 +223,7 @@ SctAnswer readTable(AtaDrive& drive, const core::Payload& keyPage) {
     if (readNumber(keyPage, fields::TableID) != sct::TEMPERATURE_HISTORY_TABLE) {
         return {extended_status::INVALID_TABLE};
     }
-    drive.sctData = StoredBytes(makeTemperatureHistory(drive));
+    drive.session.sctData = StoredBytes(makeTemperatureHistory(drive));
     return {};
 }
 
@@ -257,7 +257,7 @@ AtaAnswer toAnswer(const AtaDrive& drive, const SctAnswer& answer) {
     constexpr std::uint16_t BYTE = 0xFF;
     const bool isRefused = answer.status != extended_status::SUCCESS;
     const std::uint16_t word = isRefused ? answer.status : answer.value;
-    const core::Payload& data = drive.sctData;
+    const core::Payload& data = drive.session.sctData;
     AtaAnswer result;
     result.error = isRefused ? error_bits::ABRT : std::uint8_t{0};
     result.count = word & BYTE;
@@ -282,41 +282,42 @@ core::Payload makeSctStatus(const AtaDrive& drive) {
     const core::Payload status = drive.sctStatus.copy();
     writeNumber(status, sct_status::DeviceState, state);
     writeNumber(status, sct_status::SmartStatus, smartStatus(drive));
+    writeNumber(status, sct_status::ExtendedStatusCode, drive.session.sctExtendedStatus);
+    writeNumber(status, sct_status::ActionCode, drive.session.sctAction);
+    writeNumber(status, sct_status::FunctionCode, drive.session.sctFunction);
     return status;
 }
 
 AtaAnswer executeSct(AtaDrive& drive, const core::Payload& keyPage) {
-    drive.sctData = StoredBytes();
+    drive.session.sctData = StoredBytes();
     const SctAnswer answer = execute(drive, keyPage);
-    writeNumber(drive.sctStatus, sct_status::ExtendedStatusCode, answer.status);
-    writeNumber(drive.sctStatus, sct_status::ActionCode,
-                readNumber(keyPage, sct_data_table::ActionCode));
-    writeNumber(drive.sctStatus, sct_status::FunctionCode,
-                readNumber(keyPage, sct_data_table::FunctionCode));
+    drive.session.sctExtendedStatus = answer.status;
+    drive.session.sctAction =
+        static_cast<std::uint16_t>(readNumber(keyPage, sct_data_table::ActionCode));
+    drive.session.sctFunction =
+        static_cast<std::uint16_t>(readNumber(keyPage, sct_data_table::FunctionCode));
     return toAnswer(drive, answer);
 }
 
 AtaAnswer readSctData(AtaDrive& drive, std::uint32_t pages) {
-    const core::Payload data = drive.sctData.copy();
+    const core::Payload data = drive.session.sctData.copy();
     if (data.size() == 0 || data.size() != pages * BLOCK_SIZE) {
-        drive.sctData = StoredBytes();
+        drive.session.sctData = StoredBytes();
         const SctAnswer refused{data.size() == 0 ? extended_status::NO_COMMAND_BEFORE_DATA
                                                  : extended_status::BLOCK_COUNT_OVERFLOW};
-        writeNumber(drive.sctStatus, sct_status::ExtendedStatusCode, refused.status);
+        drive.session.sctExtendedStatus = refused.status;
         return toAnswer(drive, refused);
     }
-    drive.sctData = StoredBytes();
+    drive.session.sctData = StoredBytes();
     return {.output = data};
 }
 
 void resetSct(AtaDrive& drive) {
     namespace fields = sct_status;
-    drive.sctData = StoredBytes();
+    drive.session = AtaSession();
     drive.recoveryTimers = drive.recoveryTimersAtPowerOn;
-    for (const auto& field : {fields::ExtendedStatusCode, fields::ActionCode, fields::FunctionCode,
-                              fields::OverLimitCount, fields::UnderLimitCount}) {
+    for (const auto& field : {fields::OverLimitCount, fields::UnderLimitCount})
         writeNumber(drive.sctStatus, field, 0);
-    }
     const auto temperature = readNumber(drive.sctStatus, fields::Temperature);
     writeNumber(drive.sctStatus, fields::MinTemperature, temperature);
     writeNumber(drive.sctStatus, fields::MaxTemperature, temperature);

@@ -101,7 +101,7 @@ AtaAnswer executeSecurityErasePrepare(AtaDrive& /*drive*/, const AtaRequest& /*r
 AtaAnswer executeSecurityEraseUnit(AtaDrive& drive, const AtaRequest& request) {
     AtaSecurity& security = drive.security;
     const auto wanted = readRequest(request.input);
-    if (!wanted || !security.isErasePrepared || security.attemptsLeft == 0) return aborted();
+    if (!wanted || !drive.session.isErasePrepared || security.attemptsLeft == 0) return aborted();
     if (!isPasswordRight(security, *wanted)) return aborted();
     if (wanted->has(security_control::ENHANCED_ERASE) &&
         !supports(drive, id::word_128::ENHANCED_ERASE)) {
@@ -129,7 +129,7 @@ void resetSecurity(AtaDrive& drive) {
     security.isLocked = security.isEnabled;
     // A locked drive can't be frozen: nobody could unlock it.
     security.isFrozen = security.isFrozenAtPowerOn && !security.isLocked;
-    security.isErasePrepared = false;
+    drive.session.isErasePrepared = false;
     security.attemptsLeft = MOST_ATTEMPTS;
 }
 

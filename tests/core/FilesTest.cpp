@@ -875,4 +875,58 @@ TEST(FilesResolve, LetsTheTargetOfALinkBeReplacedBesideItself) {
     EXPECT_EQ(std::vector<std::string>{"file"}, namesIn(folder.path("folder")));
 }
 
+TEST(Files, AreReplacedByRenamingOnly) {
+    const TemporaryFolder folder;
+    const std::string path = folder.path("file");
+    EXPECT_TRUE(files::replaceByRename(path, "first"));
+    EXPECT_EQ("first", get(path));
+    ASSERT_EQ(0, ::chmod(path.c_str(), 0640));
+    ASSERT_EQ(0, ::link(path.c_str(), folder.path("other").c_str()));
+    // What a killed process has left is in nobody's way.
+    put(folder.path(".file.new"), "half of some longer text");
+    EXPECT_TRUE(files::replaceByRename(path, "new"));
+    EXPECT_EQ("new", get(path));
+    EXPECT_EQ("first", get(folder.path("other")));
+    EXPECT_EQ(0640U, modeOf(path));
+    EXPECT_EQ((std::vector<std::string>{"file", "other"}), namesIn(folder.path()));
+}
+
+TEST(Files, AreReplacedByRenamingWhoeverOwnsThem) {
+    const TemporaryFolder folder;
+    put(folder.path("file"), "old");
+    const auto before = stateOf(folder.path("file")).st_ino;
+    const FileFault fault(FileCall::GIVE_OWNER, EPERM);
+    EXPECT_TRUE(files::replaceByRename(folder.path("file"), "new"));
+    EXPECT_EQ(1, fault.calls());
+    EXPECT_EQ("new", get(folder.path("file")));
+    EXPECT_NE(before, stateOf(folder.path("file")).st_ino);
+}
+
+TEST(Files, StayWhereRenamingFails) {
+    for (const FileCall call : {FileCall::MAKE_NEW, FileCall::FLUSH, FileCall::RENAME}) {
+        const TemporaryFolder folder;
+        put(folder.path("file"), "old");
+        const auto before = stateOf(folder.path("file")).st_ino;
+        {
+            const FileFault fault(call, EIO);
+            EXPECT_FALSE(files::replaceByRename(folder.path("file"), "new"));
+        }
+        EXPECT_EQ("old", get(folder.path("file")));
+        EXPECT_EQ(before, stateOf(folder.path("file")).st_ino);
+        EXPECT_EQ(std::vector<std::string>{"file"}, namesIn(folder.path()));
+    }
+}
+
+TEST(Files, AreNotReplacedByRenamingIfTheyAreNoPlainOnes) {
+    const TemporaryFolder folder;
+    put(folder.path("file"), "old");
+    std::filesystem::create_symlink("file", folder.path("link"));
+    std::filesystem::create_directory(folder.path("folder"));
+    for (const char* name : {"link", "folder", "folder/", "absent/file"})
+        EXPECT_FALSE(files::replaceByRename(folder.path(name), "new")) << name;
+    EXPECT_FALSE(files::replaceByRename("", "new"));
+    EXPECT_EQ("old", get(folder.path("file")));
+    EXPECT_EQ((std::vector<std::string>{"file", "folder", "link"}), namesIn(folder.path()));
+}
+
 }  // namespace

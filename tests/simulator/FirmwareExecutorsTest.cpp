@@ -199,6 +199,18 @@ TEST(FirmwareImageDownload, LeavesAGapThatTheCommitFinds) {
     EXPECT_EQ(simulation.status(commit(0x02)), 0x107U);
 }
 
+TEST(FirmwareImageDownload, StartsAnewAtTheBeginning) {
+    Simulation simulation;
+    EXPECT_EQ(simulation.status(download(0), firstPiece("OLD00001", 2 * PIECE)), 0U);
+    EXPECT_EQ(simulation.status(download(1024), core::Payload(PIECE)), 0U);
+    EXPECT_EQ(simulation.status(commit(0x0C)), 0x106U);
+    EXPECT_EQ(simulation.status(download(0), firstPiece("NEW00002", 2 * PIECE)), 0U);
+    EXPECT_EQ(simulation.drive.downloadedImage.size(), 1U);
+    EXPECT_EQ(simulation.status(download(1024), core::Payload(PIECE)), 0U);
+    EXPECT_EQ(simulation.status(commit(0x0A)), 0U);
+    EXPECT_EQ(simulation.drive.firmwareRevisions[1], "NEW00002");
+}
+
 TEST(FirmwareImageDownload, RefusesPiecesThatOverlap) {
     struct Row {
         std::uint32_t offset;

@@ -56,11 +56,12 @@ TEST(FleetFolder, MakesTheDefaultFleetAtTheFirstUse) {
     const std::string path = temporary.path("some/drives");
     Fleet made;
     {
-        FleetFolder folder(path);
+        FleetFolder folder(path, [] { return milliseconds(1792000000000); });
         made = folder.open();
         EXPECT_TRUE(folder.isOpen());
     }
     Fleet expected = readFleet(defaultFleet(), Unmentioned::TYPICAL);
+    expected.realTime = milliseconds(1792000000000);
     EXPECT_EQ(made, expected);
     EXPECT_EQ(readFleet(readAll(path + "/state.json"), Unmentioned::BLANK), expected);
     EXPECT_EQ(FleetFolder(path).open(), expected);
@@ -146,6 +147,20 @@ TEST(FleetFolder, ReplacesWhatALinkLeadsTo) {
     EXPECT_EQ(counter(simulation.makeFolder()->open()), 8U);
 }
 
+TEST(FleetFolder, ReplacesAStateThatHasAnotherName) {
+    FleetSimulation simulation;
+    const std::string backup = simulation.temporary.path("backup.json");
+    std::filesystem::create_hard_link(simulation.state, backup);
+    writeAll(simulation.path + "/.state.json.new", "of a process that was killed");
+    const std::string before = readAll(simulation.state);
+    const auto folder = simulation.makeFolder();
+    setCounter(folder->open(), 8);
+    folder->commit();
+    EXPECT_EQ(counter(simulation.makeFolder()->open()), 8U);
+    EXPECT_EQ(readAll(backup), before);
+    EXPECT_FALSE(std::filesystem::exists(simulation.path + "/.state.json.new"));
+}
+
 TEST(FleetFolder, LeavesFilesAloneThatItCannotUse) {
     struct Row {
         const char* file;
@@ -229,6 +244,24 @@ TEST(FleetFolder, CanOnlyBeReadByWhoeverMayNotWrite) {
     std::filesystem::permissions(simulation.path, std::filesystem::perms(0755));
 }
 
+TEST(FleetFolder, IsOpenForSeveralWhoMayNotWrite) {
+    FleetSimulation simulation;
+    std::filesystem::permissions(simulation.temporary.path(), std::filesystem::perms(0755));
+    for (const bool hasLockFile : {false, true}) {
+        if (hasLockFile) writeAll(simulation.path + "/lock", "");
+        std::filesystem::permissions(simulation.path, std::filesystem::perms(0555));
+        const auto finding = inForkedChild([&] {
+            becomeOrdinaryUser();
+            ::alarm(20);  // who would wait for himself
+            const auto one = simulation.makeFolder();
+            const auto other = simulation.makeFolder();
+            return std::to_string(counter(one->open())) + std::to_string(counter(other->open()));
+        });
+        EXPECT_EQ(finding.text, "77") << hasLockFile;
+        std::filesystem::permissions(simulation.path, std::filesystem::perms(0755));
+    }
+}
+
 TEST(FleetFolder, CannotBeginInAFolderThatTakesNoFiles) {
     const TemporaryFolder temporary;
     std::filesystem::permissions(temporary.path(), std::filesystem::perms(0555));
@@ -289,12 +322,83 @@ TEST(FleetFolder, NeverLetsTimeGoBack) {
     EXPECT_EQ(folder->now(), milliseconds(120000));
 }
 
+TEST(FleetFolder, LetsTimeGoOnFromWhereItWasWrittenDown) {
+    Fleet fleet = makeFleet();
+    fleet.latestTime = milliseconds(50'000'000);
+    fleet.realTime = milliseconds(1'792'000'000'000);
+    FleetSimulation simulation(fleet);
+    simulation.time = milliseconds(1'792'000'000'500);
+    const auto folder = simulation.makeFolder();
+    folder->open().timeFactor = 2;
+    EXPECT_EQ(folder->now(), milliseconds(50'001'000));
+    folder->commit();
+    simulation.time = milliseconds(1'792'000'001'000);
+    EXPECT_EQ(folder->open().latestTime, milliseconds(50'001'000));
+    EXPECT_EQ(folder->open().realTime, milliseconds(1'792'000'000'500));
+    EXPECT_EQ(folder->now(), milliseconds(50'002'000));
+    // Unwritten as it is, it isn't lost.
+    folder->commit();
+    simulation.time = milliseconds(1'792'000'001'500);
+    EXPECT_EQ(folder->open().latestTime, milliseconds(50'001'000));
+    EXPECT_EQ(folder->now(), milliseconds(50'003'000));
+}
+
+TEST(FleetFolder, LetsTimeGoOnAfterTheRealClockWasSetBack) {
+    Fleet fleet = makeFleet();
+    fleet.latestTime = milliseconds(70);
+    fleet.realTime = milliseconds(1'792'000'000'000);
+    FleetSimulation simulation(fleet);
+    EXPECT_EQ(simulation.time, milliseconds(1000));
+    // Nothing but the time changes here.
+    const auto look = [&] {
+        const auto folder = simulation.makeFolder();
+        folder->open();
+        const milliseconds seen = folder->now();
+        folder->commit();
+        return seen;
+    };
+    EXPECT_EQ(look(), milliseconds(70));
+    simulation.time += milliseconds(10);
+    EXPECT_EQ(look(), milliseconds(1270));
+    // Who can't write it down can look all the same.
+    simulation.time = milliseconds(5);
+    std::filesystem::permissions(simulation.temporary.path(), std::filesystem::perms(0755));
+    std::filesystem::permissions(simulation.path, std::filesystem::perms(0555));
+    const auto asOther = inForkedChild([&] {
+        becomeOrdinaryUser();
+        return std::to_string(look().count());
+    });
+    EXPECT_EQ(asOther.text, "70");
+    std::filesystem::permissions(simulation.path, std::filesystem::perms(0755));
+}
+
+TEST(FleetFolder, StartsTheClockOfNewDrives) {
+    const TemporaryFolder temporary;
+    writeAll(temporary.path("fleet.json"), R"({"latestTime": 33, "realTime": 5, "drives": []})");
+    milliseconds time{1'792'000'000'000};
+    FleetFolder folder(temporary.path(), [&] { return time; });
+    folder.open();
+    EXPECT_EQ(folder.now(), milliseconds(33));
+    folder.commit();
+    time += milliseconds(1);
+    folder.open();
+    EXPECT_EQ(folder.now(), milliseconds(153));
+}
+
 TEST(FleetFolder, StopsTheClockAtTheEndOfItsNumbers) {
     FleetSimulation simulation;
     const auto folder = simulation.makeFolder();
     folder->open().timeFactor = 4294967295;
-    simulation.time = milliseconds(1792000000000);
-    EXPECT_EQ(folder->now(), milliseconds(9223372036854775807));
+    for (const std::int64_t real : {1792000000000, 9223372036854775807, -9223372036854775807}) {
+        simulation.time = milliseconds(real);
+        EXPECT_EQ(folder->now(), milliseconds(90'000'000'000'000'000));
+    }
+    folder->open().timeFactor = 1;
+    setCounter(folder->open(), 8);
+    folder->commit();
+    simulation.time = milliseconds(9223372036854775807);
+    folder->open();
+    EXPECT_EQ(folder->now(), milliseconds(90'000'000'000'000'000));
 }
 
 TEST(FleetFolder, KnowsTheTimeOfDay) {

@@ -102,7 +102,6 @@ AtaDrive fullAtaDrive() {
     drive.nativeMaxAddress = 0xFFFFFFFFFFFF;
     drive.maxAddressAtPowerOn = 0;
     drive.hasMaxAddressBeenSet = true;
-    drive.hasReadNativeMaxAddress = true;
     drive.isMaxAddressFrozen = true;
     drive.smartData = filled(512, 2);
     drive.smartThresholds = filled(512, 3);
@@ -117,14 +116,13 @@ AtaDrive fullAtaDrive() {
     drive.recoveryTimers = {70, 0};
     drive.recoveryTimersAtPowerOn = {0, 75};
     drive.temperatureHistory = {-128, -1, 0, 127};
-    drive.sctData = filled(512, 8);
     drive.deviceStatistics = {{1, filled(512, 9)},  {4, filled(512, 10)}, {5, filled(512, 11)},
                               {6, filled(512, 12)}, {7, filled(512, 13)}, {255, filled(512, 14)}};
     drive.phyEventCounters = {{1, 0}, {0x8001, UINT64_MAX}};
     drive.otherLogs = {{0xA0, {filled(512, 15), filled(512, 16)}},
                        {0xA2, {StoredBytes(512)}},
                        {0x42, {filled(512, 17)}}};
-    drive.security = {true, true, true, true, filled(32, 18), filled(32, 19), true, 0, true};
+    drive.security = {true, true, true, filled(32, 18), filled(32, 19), true, 0, true};
     drive.sanitize = {true, true, true, true, true};
     drive.eraseCount = 9;
     drive.isInStandby = true;
@@ -137,6 +135,7 @@ Fleet fullFleet() {
     Fleet fleet;
     fleet.timeFactor = 1;
     fleet.latestTime = std::chrono::milliseconds(90'000'000'000'000'000);
+    fleet.realTime = std::chrono::milliseconds(89'000'000'000'000'000);
     fleet.drives.push_back({.drive = fullNvmeDrive(),
                             .devicePath = "/dev/nvme0",
                             .partitions = {{"/dev/nvme0n1p1", "ext4", 1048576, UINT64_MAX}, {}},

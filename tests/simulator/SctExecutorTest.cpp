@@ -53,6 +53,16 @@ TEST(SctStatus, RemembersTheLastCommand) {
     EXPECT_EQ(get(status, 18, 2), 2U);
 }
 
+TEST(SctStatus, IsNotPartOfWhatTheDriveKeeps) {
+    SctSimulation simulation;
+    const AtaDrive before = simulation.drive;
+    EXPECT_EQ(simulation.extendedStatus({3, 2, 1}), 0U);
+    EXPECT_EQ(simulation.extendedStatus({5, 1, 2}), 0U);
+    EXPECT_NE(core::Payload(simulation.drive.session.sctData).size(), 0U);
+    EXPECT_EQ(simulation.drive, before);
+    EXPECT_EQ(simulation.drive.sctStatus, before.sctStatus);
+}
+
 TEST(SctStatus, StartsAnewWithPower) {
     SctSimulation simulation;
     simulation.run(SCT_WRITE, blockOf({4, 2, 0x0099}));
