@@ -65,16 +65,18 @@ bool hasNvmeWarning(Device& device) {
     request.logPage = nvme::log_pages::SMART_HEALTH_INFORMATION;
     request.bytes = nvme::smart_health_log::SIZE;
     request.retainAsynchronousEvent = true;
-    const auto answer = nvme_access::ask(device, nvme::getLogPage(request));
-    return answer.completion.isSuccess() && answer.data.size() >= nvme::smart_health_log::SIZE &&
-           protocols::readNumber(answer.data, nvme::smart_health_log::CriticalWarning) != 0;
+    const auto page = nvme_access::logPage(device, request);
+    return protocols::readNumber(page, nvme::smart_health_log::CriticalWarning) != 0;
 }
 
 bool exceedsSmartThreshold(Device& device) {
-    if (!device.isSet(attributes::SMARTEnabled())) return false;
-    const auto answer = ata_access::ask(device, ata::smartReturnStatus());
-    return answer.returned.isSuccess() &&
-           ata::smartHealth(answer.returned) == ata::SmartHealth::THRESHOLD_EXCEEDED;
+    const Attribute enabled = attributes::SMARTEnabled();
+    if (device.hasAttribute(enabled.getName()) && !device.isSet(enabled))
+        throw statuses::smartNotEnabled();
+    const auto answer = ata_access::send(device, ata::smartReturnStatus());
+    const auto health = ata::smartHealth(answer.returned);
+    if (health == ata::SmartHealth::UNKNOWN) throw statuses::dataRetrievalFailed();
+    return health == ata::SmartHealth::THRESHOLD_EXCEEDED;
 }
 
 /// The property, or nothing if it can't be read.
@@ -178,13 +180,18 @@ void NorvoSSDJob::addNamed(Device& device, const std::string& name, XmlObject& d
     }
 }
 
-/// What the identification met with counts first; then the drive's own judgement.
+/// What the identification met with counts first; then the drive's own judgement. A drive that
+/// can't be asked for it must not pass for healthy.
 std::string NorvoSSDJob::deviceStatus(Device& device) const {
     std::string identified = device.readText(attributes::DeviceStatus());
     if (!device.readText(attributes::ErrorString()).empty()) return identified;
-    const bool isUnhealthy = (isNvme(device) && hasNvmeWarning(device)) ||
-                             (isAta(device) && exceedsSmartThreshold(device));
-    return isUnhealthy ? statuses::deviceUnhealthy().getMessage() : identified;
+    try {
+        const bool isUnhealthy = (isNvme(device) && hasNvmeWarning(device)) ||
+                                 (isAta(device) && exceedsSmartThreshold(device));
+        return isUnhealthy ? statuses::deviceUnhealthy().getMessage() : identified;
+    } catch (const Status& status) {
+        return status.getMessage();
+    }
 }
 
 std::string NorvoSSDJob::enduranceAnalyzer(Device& device) const {
