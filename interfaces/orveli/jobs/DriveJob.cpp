@@ -3,6 +3,7 @@
 #include "core/CoreStatuses.h"
 #include "core/Strings.h"
 #include "core/xml/Vocabulary.h"
+#include "core/xml/XmlList.h"
 #include "features/DeviceAttributes.h"
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
@@ -41,6 +42,15 @@ const XmlObject* asObject(const XmlElement* element) {
     return dynamic_cast<const XmlObject*>(element);
 }
 
+bool hasDeviceList(const XmlElement* request) {
+    const XmlObject* root = asObject(request);
+    if (root == nullptr) return false;
+    const auto& lists = root->getLists();
+    return std::any_of(lists.begin(), lists.end(), [](const auto& list) {
+        return list->getAttribute(tags::Name) == core::xml::identifiers::Devices;
+    });
+}
+
 }  // namespace
 
 DriveJob::DriveJob(std::string name, Kind kind, std::string title)
@@ -75,6 +85,12 @@ Status DriveJob::reportEach(std::unique_ptr<XmlElement>& response) {
     }
     response = std::move(output);
     return {};
+}
+
+Status DriveJob::reportSelected(std::unique_ptr<XmlElement>& response) {
+    if (!hasDeviceList(getRequest())) return features::statuses::noDeviceSelected();
+    if (getDevices().size() > 1) return features::statuses::multipleDevicesSelected();
+    return reportEach(response);
 }
 
 Status DriveJob::reportOne(Device& device, XmlObject& drive) {

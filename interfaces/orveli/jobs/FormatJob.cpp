@@ -30,7 +30,7 @@ std::unique_ptr<Job> FormatJob::clone() const {
 }
 
 Status FormatJob::runMethod(std::unique_ptr<core::xml::XmlElement>& response) {
-    return reportEach(response);
+    return reportSelected(response);
 }
 
 FormatJob::Type FormatJob::wantedType() const {

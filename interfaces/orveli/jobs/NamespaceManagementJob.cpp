@@ -103,7 +103,7 @@ std::unique_ptr<Job> NamespaceManagementJob::clone() const {
 }
 
 Status NamespaceManagementJob::runMethod(std::unique_ptr<core::xml::XmlElement>& response) {
-    return reportEach(response);
+    return reportSelected(response);
 }
 
 NamespaceManagementJob::Action NamespaceManagementJob::wantedAction() const {

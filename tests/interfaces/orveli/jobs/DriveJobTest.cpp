@@ -23,7 +23,7 @@ public:
     std::unique_ptr<Job> clone() const override { return std::make_unique<SampleJob>(); }
 
     core::Status runMethod(std::unique_ptr<core::xml::XmlElement>& response) override {
-        return reportEach(response);
+        return isForSelected ? reportSelected(response) : reportEach(response);
     }
 
     core::Status runGetProperties(std::unique_ptr<core::xml::XmlElement>& response) override {
@@ -38,6 +38,7 @@ public:
     std::function<core::Status(const SampleJob&, core::xml::XmlObject&)> action;
     std::function<core::Status(const core::Attribute&)> setter;
     std::string key;
+    bool isForSelected = false;
 
 protected:
     core::Status report(core::Device& device, core::xml::XmlObject& drive) override {
@@ -185,6 +186,28 @@ TEST(DriveJob, NeedsADrive) {
     const Outcome outcome = runJob(job, METHOD, {});
     EXPECT_EQ(statusOf(outcome.status), "10/5");
     EXPECT_EQ(outcome.output, "");
+}
+
+TEST(DriveJob, WhatMustNotMeetAnyDriveNeedsOneThatIsSelected) {
+    ScriptedDrive first("ATA", "ONE");
+    ScriptedDrive second("ATA", "TWO");
+    SampleJob job;
+    job.isForSelected = true;
+    job.action = &reportName;
+    const auto request = [](const std::string& inner) {
+        return R"(<Object name="Sample" type="Method">)" + inner + "</Object>";
+    };
+    const auto codeFor = [&](const std::string& inner, const core::Device::Devices& devices) {
+        const Outcome outcome = runJob(job, request(inner), devices);
+        return statusOf(outcome.status) + " " + answerLines(outcome.output);
+    };
+    const auto& one = first.getDevice();
+    EXPECT_EQ(codeFor("", {one}), "10/5 ");
+    EXPECT_EQ(codeFor(R"(<List name="Others"/>)", {one}), "10/5 ");
+    EXPECT_EQ(codeFor(R"(<Object name="Devices"/>)", {one}), "10/5 ");
+    EXPECT_EQ(codeFor(ONE_DEVICE, {}), "10/5 ");
+    EXPECT_EQ(codeFor(ONE_DEVICE, {one, second.getDevice()}), "10/6 ");
+    EXPECT_EQ(codeFor(ONE_DEVICE, {one}), "0/0 [Sample Report ONE]\n Name=Value\n");
 }
 
 TEST(DriveJob, ReportsAndSetsNothingByItself) {
