@@ -11,6 +11,8 @@
 #include "protocols/nvme/AdminCommand.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <exception>
 #include <map>
 #include <utility>
 
@@ -42,6 +44,19 @@ const XmlObject* asObject(const XmlElement* element) {
     return dynamic_cast<const XmlObject*>(element);
 }
 
+/// What `action` returns, or the status of what it throws: what one drive makes go wrong must not
+/// cost the answers of the others.
+template <class Action>
+Status guarded(const Action& action) {
+    try {
+        return action();
+    } catch (const Status& status) {
+        return status;
+    } catch (const std::exception& exception) {
+        return {core::status_categories::SYSTEM, EIO, exception.what()};
+    }
+}
+
 bool hasDeviceList(const XmlElement* request) {
     const XmlObject* root = asObject(request);
     if (root == nullptr) return false;
@@ -65,11 +80,7 @@ bool DriveJob::supports(const Device& device) const {
 Status DriveJob::runSetProperty(const core::Attribute& property) {
     Device& device = *getDevices().front();
     if (!supports(device)) return features::statuses::featureNotSupportedByDrive();
-    try {
-        return set(device, property);
-    } catch (const Status& status) {
-        return status;
-    }
+    return guarded([&] { return set(device, property); });
 }
 
 Status DriveJob::reportEach(std::unique_ptr<XmlElement>& response) {
@@ -95,11 +106,7 @@ Status DriveJob::reportSelected(std::unique_ptr<XmlElement>& response) {
 
 Status DriveJob::reportOne(Device& device, XmlObject& drive) {
     if (!supports(device)) return features::statuses::featureNotSupportedByDrive();
-    try {
-        return report(device, drive);
-    } catch (const Status& status) {
-        return status;
-    }
+    return guarded([&] { return report(device, drive); });
 }
 
 Status DriveJob::report(Device&, XmlObject&) {

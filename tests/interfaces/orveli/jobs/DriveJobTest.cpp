@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <stdexcept>
 
 namespace orvel::interfaces::orveli::jobs {
 namespace {
@@ -143,6 +144,30 @@ TEST(DriveJob, AMethodForSeveralDrivesTellsOfEachFailure) {
               "  Category=10\n"
               "  Code=3\n"
               "  Message=The selected drive does not support this feature.\n");
+}
+
+TEST(DriveJob, AnErrorOfTheProgramCostsOnlyTheAnswerOfItsDrive) {
+    ScriptedDrive first("ATA", "ONE");
+    ScriptedDrive second("ATA", "TWO");
+    SampleJob job;
+    int calls = 0;
+    job.action = [&](const SampleJob& sample, core::xml::XmlObject& object) {
+        if (++calls == 1) throw std::out_of_range("Too far.");
+        return reportName(sample, object);
+    };
+    const Outcome outcome = runJob(job, METHOD, {first.getDevice(), second.getDevice()});
+    EXPECT_EQ(outcome.status, core::Status());
+    EXPECT_EQ(answerLines(outcome.output), "[Sample Report ONE]\n"
+                                           " [ status]\n"
+                                           "  Category=1\n"
+                                           "  Code=5\n"
+                                           "  Message=Too far.\n"
+                                           "[Sample Report TWO]\n"
+                                           " Name=Value\n");
+    job.setter = [](const core::Attribute&) -> core::Status { throw std::length_error("Long."); };
+    const Outcome setting = runJob(job, SET, {first.getDevice()});
+    EXPECT_EQ(statusOf(setting.status), "1/5");
+    EXPECT_EQ(setting.status.getMessage(), "Long.");
 }
 
 TEST(DriveJob, APropertyRequestThatFailsTellsSoInTheDrivesObject) {
