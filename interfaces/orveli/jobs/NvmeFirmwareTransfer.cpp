@@ -78,7 +78,7 @@ FirmwareTransfer::Outcome NvmeFirmwareTransfer::commit(const Payload& controller
     if (isTooSlow) status = sendCommit(device, controller, atReset);
     if (needsReset(status)) return Outcome::AFTER_RESET;
     if (!(status == status_codes::SUCCESSFUL_COMPLETION))
-        throw failure(std::string(statusText(status)) + ".");
+        throw failure(firmwareCommit(0, atReset).getName() + ": " + statusText(status) + ".");
     if (!isNow || isTooSlow) return Outcome::AFTER_RESET;
     requireRunning(protocols::readText(nvme_access::identify(device, cns::CONTROLLER), ic::FR),
                    module);

@@ -192,7 +192,8 @@ TEST(FirmwareUpdateJob, TellsWhyAnNvmeDriveDidNotTakeTheFirmware) {
 
     ScriptedDrive image = nvmeDrive();
     image.onNvme(COMMIT, 0x18, {{.nvmeStatus = {1, 0x07}}});
-    expectFailure(run(image, folder), 53, "Firmware update failed. Invalid Firmware Image.");
+    expectFailure(run(image, folder), 53,
+                  "Firmware update failed. Firmware Commit: Invalid Firmware Image.");
 
     ScriptedDrive piece = nvmeDrive();
     piece.onNvme(DOWNLOAD, 0xC9, {{.nvmeStatus = {1, 0x14}}});
