@@ -3,6 +3,7 @@
 #include "core/CoreStatuses.h"
 #include "core/Strings.h"
 #include "core/xml/Vocabulary.h"
+#include "core/xml/XmlList.h"
 #include "features/DeviceAttributes.h"
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
@@ -10,6 +11,8 @@
 #include "protocols/nvme/AdminCommand.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <exception>
 #include <map>
 #include <utility>
 
@@ -41,6 +44,28 @@ const XmlObject* asObject(const XmlElement* element) {
     return dynamic_cast<const XmlObject*>(element);
 }
 
+/// What `action` returns, or the status of what it throws: what one drive makes go wrong must not
+/// cost the answers of the others.
+template <class Action>
+Status guarded(const Action& action) {
+    try {
+        return action();
+    } catch (const Status& status) {
+        return status;
+    } catch (const std::exception& exception) {
+        return {core::status_categories::SYSTEM, EIO, exception.what()};
+    }
+}
+
+bool hasDeviceList(const XmlElement* request) {
+    const XmlObject* root = asObject(request);
+    if (root == nullptr) return false;
+    const auto& lists = root->getLists();
+    return std::any_of(lists.begin(), lists.end(), [](const auto& list) {
+        return list->getAttribute(tags::Name) == core::xml::identifiers::Devices;
+    });
+}
+
 }  // namespace
 
 DriveJob::DriveJob(std::string name, Kind kind, std::string title)
@@ -55,11 +80,7 @@ bool DriveJob::supports(const Device& device) const {
 Status DriveJob::runSetProperty(const core::Attribute& property) {
     Device& device = *getDevices().front();
     if (!supports(device)) return features::statuses::featureNotSupportedByDrive();
-    try {
-        return set(device, property);
-    } catch (const Status& status) {
-        return status;
-    }
+    return guarded([&] { return set(device, property); });
 }
 
 Status DriveJob::reportEach(std::unique_ptr<XmlElement>& response) {
@@ -77,13 +98,15 @@ Status DriveJob::reportEach(std::unique_ptr<XmlElement>& response) {
     return {};
 }
 
+Status DriveJob::reportSelected(std::unique_ptr<XmlElement>& response) {
+    if (!hasDeviceList(getRequest())) return features::statuses::noDeviceSelected();
+    if (getDevices().size() > 1) return features::statuses::multipleDevicesSelected();
+    return reportEach(response);
+}
+
 Status DriveJob::reportOne(Device& device, XmlObject& drive) {
     if (!supports(device)) return features::statuses::featureNotSupportedByDrive();
-    try {
-        return report(device, drive);
-    } catch (const Status& status) {
-        return status;
-    }
+    return guarded([&] { return report(device, drive); });
 }
 
 Status DriveJob::report(Device&, XmlObject&) {

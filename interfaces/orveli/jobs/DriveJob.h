@@ -44,6 +44,10 @@ protected:
     /// with nothing to report gets the status of success.
     core::Status reportEach(std::unique_ptr<core::xml::XmlElement>& response);
 
+    /// As `reportEach`, for what must not meet a drive that nobody named: 10/5 if the request has
+    /// no list of devices, which would mean all of them, and 10/6 if it selects several.
+    core::Status reportSelected(std::unique_ptr<core::xml::XmlElement>& response);
+
     /// Fills in what there is to say of one drive. By default not supported: 10/34.
     virtual core::Status report(core::Device& device, core::xml::XmlObject& drive);
 

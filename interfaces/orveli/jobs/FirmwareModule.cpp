@@ -1,10 +1,11 @@
 #include "interfaces/orveli/jobs/FirmwareModule.h"
 
+#include "interfaces/orveli/jobs/NumberText.h"
+
 #include <boost/crc.hpp>
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cstdint>
 
 namespace orvel::interfaces::orveli::jobs {
@@ -136,15 +137,6 @@ std::vector<std::string> splitAtCommas(std::string_view text) {
     return parts;
 }
 
-template <class Number>
-std::optional<Number> readNumber(const std::string& text, int base) {
-    Number number = 0;
-    const char* end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number, base);
-    if (error != std::errc() || stop != end) return std::nullopt;
-    return number;
-}
-
 std::string takeAudience(FirmwareModule& module, const Header& header) {
     constexpr std::size_t MAX_NAME = 64;
     module.product = header.values[PRODUCT].value_or("");
@@ -173,13 +165,13 @@ std::string checkImage(const Header& header, std::string_view image) {
     constexpr int DECIMAL = 10;
     constexpr int HEXADECIMAL = 16;
     constexpr std::size_t CHECKSUM_DIGITS = 8;
-    const auto length = readNumber<std::uint64_t>(*header.values[LENGTH], DECIMAL);
+    const auto length = readWhole<std::uint64_t>(*header.values[LENGTH], DECIMAL);
     if (!length || *length == 0 || *length > FirmwareModule::MAX_IMAGE)
         return "Its length is no number of bytes that an image may have.";
     if (image.size() < *length) return "Its image is cut off.";
     if (image.size() > *length) return "It goes on behind the image.";
     const std::string& digits = *header.values[CHECKSUM];
-    const auto checksum = readNumber<std::uint32_t>(digits, HEXADECIMAL);
+    const auto checksum = readWhole<std::uint32_t>(digits, HEXADECIMAL);
     if (!checksum || digits.size() != CHECKSUM_DIGITS)
         return "Its checksum is no number of 8 hexadecimal digits.";
     boost::crc_32_type actual;

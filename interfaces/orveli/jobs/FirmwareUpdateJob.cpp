@@ -53,7 +53,7 @@ std::unique_ptr<Job> FirmwareUpdateJob::clone() const {
 }
 
 Status FirmwareUpdateJob::runMethod(std::unique_ptr<core::xml::XmlElement>& response) {
-    return reportEach(response);
+    return reportSelected(response);
 }
 
 std::vector<std::string> FirmwareUpdateJob::additionalFolders() const {

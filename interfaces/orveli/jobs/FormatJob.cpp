@@ -7,8 +7,8 @@
 #include "features/JobProperties.h"
 #include "interfaces/orveli/jobs/AtaErase.h"
 #include "interfaces/orveli/jobs/NamespaceNumber.h"
+#include "interfaces/orveli/jobs/NumberText.h"
 
-#include <charconv>
 #include <utility>
 
 namespace orvel::interfaces::orveli::jobs {
@@ -30,7 +30,7 @@ std::unique_ptr<Job> FormatJob::clone() const {
 }
 
 Status FormatJob::runMethod(std::unique_ptr<core::xml::XmlElement>& response) {
-    return reportEach(response);
+    return reportSelected(response);
 }
 
 FormatJob::Type FormatJob::wantedType() const {
@@ -57,10 +57,8 @@ std::optional<std::uint8_t> FormatJob::setting(const core::Attribute& descriptor
                                                const Status& otherwise) const {
     const auto text = findArgument(descriptor);
     if (!text) return std::nullopt;
-    std::uint8_t number = 0;
-    const char* end = text->data() + text->size();
-    const auto [stop, error] = std::from_chars(text->data(), end, number);
-    if (error != std::errc() || stop != end || number > maximum) throw otherwise;
+    const auto number = readWhole<std::uint8_t>(*text);
+    if (!number || *number > maximum) throw otherwise;
     return number;
 }
 

@@ -5,11 +5,12 @@
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
 #include "interfaces/orveli/jobs/NamespaceNumber.h"
+#include "interfaces/orveli/jobs/NumberText.h"
 #include "interfaces/orveli/jobs/NvmeAccess.h"
+#include "interfaces/orveli/jobs/NvmeBits.h"
 #include "interfaces/orveli/jobs/StatusWords.h"
 #include "protocols/nvme/Structures.h"
 
-#include <charconv>
 #include <string>
 
 namespace orvel::interfaces::orveli::jobs {
@@ -65,20 +66,6 @@ nvme_access::Answer send(Device& device, const nvme::AdminCommand& command,
     throw nvme_access::refusal(command, answer.completion.status);
 }
 
-/// Decimal, all of the text.
-template <class Number>
-std::optional<Number> readDecimal(const std::string& text) {
-    Number number = 0;
-    const char* end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number);
-    if (error != std::errc() || stop != end) return std::nullopt;
-    return number;
-}
-
-bool has(const Payload& structure, const protocols::Field& field, const nvme::BitField& bit) {
-    return readBits(structure, field, bit) != 0;
-}
-
 /// DPS of a namespace with this type of protection information; 10/29 if there is none such.
 std::uint8_t dataProtection(const Payload& common, std::uint8_t type, std::uint64_t metadataBytes) {
     constexpr std::uint64_t PROTECTION_BYTES = 8;
@@ -103,7 +90,7 @@ std::unique_ptr<Job> NamespaceManagementJob::clone() const {
 }
 
 Status NamespaceManagementJob::runMethod(std::unique_ptr<core::xml::XmlElement>& response) {
-    return reportEach(response);
+    return reportSelected(response);
 }
 
 NamespaceManagementJob::Action NamespaceManagementJob::wantedAction() const {
@@ -126,7 +113,7 @@ std::optional<std::uint16_t> NamespaceManagementJob::wantedController() const {
     const auto text = findArgument(arguments::NVMeControllerID());
     if (!text) return std::nullopt;
     if (text->empty()) throw statuses::noControllerId();
-    const auto number = readDecimal<std::uint16_t>(*text);
+    const auto number = readWhole<std::uint16_t>(*text);
     if (!number) throw statuses::invalidControllerList();
     return number;
 }
@@ -134,7 +121,7 @@ std::optional<std::uint16_t> NamespaceManagementJob::wantedController() const {
 std::uint64_t NamespaceManagementJob::wantedSize() const {
     const auto text = findArgument(arguments::Size());
     if (!text || text->empty()) throw statuses::noNamespaceSize();
-    const auto blocks = readDecimal<std::uint64_t>(*text);
+    const auto blocks = readWhole<std::uint64_t>(*text);
     if (!blocks || *blocks == 0)
         throw withWords(statuses::invalidProperty(), "Size must be a number of blocks from 1 on.");
     return *blocks;
@@ -145,7 +132,7 @@ std::uint8_t NamespaceManagementJob::wantedSetting(const core::Attribute& descri
                                                    const Status& otherwise) const {
     const auto text = findArgument(descriptor);
     if (!text) return range.byDefault;
-    const auto number = readDecimal<std::uint8_t>(*text);
+    const auto number = readWhole<std::uint8_t>(*text);
     if (!number || *number > range.maximum) throw otherwise;
     return *number;
 }

@@ -1,9 +1,9 @@
 #include "interfaces/orveli/jobs/NamespaceNumber.h"
 
 #include "features/FeatureStatuses.h"
+#include "interfaces/orveli/jobs/NumberText.h"
 
 #include <algorithm>
-#include <charconv>
 
 namespace orvel::interfaces::orveli::jobs {
 
@@ -22,12 +22,9 @@ std::uint32_t readNamespaceNumber(const std::string& text) {
     const bool hasPrefix = text.starts_with("0x") || text.starts_with("0X");
     const std::string digits = hasPrefix ? text.substr(2) : text;
     const int base = !hasPrefix && isDecimal(digits) ? DECIMAL : HEXADECIMAL;
-    std::uint32_t number = 0;
-    const char* end = digits.data() + digits.size();
-    const auto [stop, error] = std::from_chars(digits.data(), end, number, base);
-    if (error != std::errc() || stop != end || number == 0)
-        throw features::statuses::invalidNamespaceId();
-    return number;
+    const auto number = readWhole<std::uint32_t>(digits, base);
+    if (!number || *number == 0) throw features::statuses::invalidNamespaceId();
+    return *number;
 }
 
 }  // namespace orvel::interfaces::orveli::jobs

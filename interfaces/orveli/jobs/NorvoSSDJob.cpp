@@ -65,14 +65,18 @@ bool hasNvmeWarning(Device& device) {
     request.logPage = nvme::log_pages::SMART_HEALTH_INFORMATION;
     request.bytes = nvme::smart_health_log::SIZE;
     request.retainAsynchronousEvent = true;
-    const core::Payload page = nvme_access::logPage(device, request);
+    const auto page = nvme_access::logPage(device, request);
     return protocols::readNumber(page, nvme::smart_health_log::CriticalWarning) != 0;
 }
 
 bool exceedsSmartThreshold(Device& device) {
-    if (!device.isSet(attributes::SMARTEnabled())) return false;
+    const Attribute enabled = attributes::SMARTEnabled();
+    if (device.hasAttribute(enabled.getName()) && !device.isSet(enabled))
+        throw statuses::smartNotEnabled();
     const auto answer = ata_access::send(device, ata::smartReturnStatus());
-    return ata::smartHealth(answer.returned) == ata::SmartHealth::THRESHOLD_EXCEEDED;
+    const auto health = ata::smartHealth(answer.returned);
+    if (health == ata::SmartHealth::UNKNOWN) throw statuses::dataRetrievalFailed();
+    return health == ata::SmartHealth::THRESHOLD_EXCEEDED;
 }
 
 /// The property, or nothing if it can't be read.
@@ -176,8 +180,8 @@ void NorvoSSDJob::addNamed(Device& device, const std::string& name, XmlObject& d
     }
 }
 
-/// What the identification met with counts first; then the drive's own judgement, without which
-/// nobody may call the drive healthy.
+/// What the identification met with counts first; then the drive's own judgement. A drive that
+/// can't be asked for it must not pass for healthy.
 std::string NorvoSSDJob::deviceStatus(Device& device) const {
     std::string identified = device.readText(attributes::DeviceStatus());
     if (!device.readText(attributes::ErrorString()).empty()) return identified;

@@ -15,7 +15,8 @@ namespace orvel::interfaces::orveli::jobs {
 ///
 /// Properties that the request names come in its order, and only they cost commands. What can't be
 /// read has the failure's words as its value, and what a drive doesn't have "Property not found".
-/// Without names all come, sorted by name, without those that can't be read.
+/// Without names all come, sorted by name, without those that can't be read. DeviceStatus is never
+/// left out: why the drive's health can't be read is a status, too.
 class NorvoSSDJob : public DriveJob {
 public:
     /// `catalogue` is shared with all clones; null knows of no firmware.

@@ -1,6 +1,7 @@
 #include "interfaces/orveli/jobs/NvmeFirmwareTransfer.h"
 
 #include "interfaces/orveli/jobs/NvmeAccess.h"
+#include "interfaces/orveli/jobs/NvmeBits.h"
 #include "interfaces/orveli/jobs/TimeLimit.h"
 #include "protocols/nvme/Structures.h"
 
@@ -15,10 +16,6 @@ namespace {
 
 constexpr std::int32_t SECONDS = 120;
 constexpr std::uint32_t DWORD = 4;
-
-bool has(const Payload& controller, const protocols::Field& field, const BitField& bit) {
-    return readBits(controller, field, bit) != 0;
-}
 
 bool needsReset(const StatusCode& status) {
     return status == status_codes::FIRMWARE_REQUIRES_CONVENTIONAL_RESET ||
@@ -78,7 +75,7 @@ FirmwareTransfer::Outcome NvmeFirmwareTransfer::commit(const Payload& controller
     if (isTooSlow) status = sendCommit(device, controller, atReset);
     if (needsReset(status)) return Outcome::AFTER_RESET;
     if (!(status == status_codes::SUCCESSFUL_COMPLETION))
-        throw failure(std::string(statusText(status)) + ".");
+        throw failure(firmwareCommit(0, atReset).getName() + ": " + statusText(status) + ".");
     if (!isNow || isTooSlow) return Outcome::AFTER_RESET;
     requireRunning(protocols::readText(nvme_access::identify(device, cns::CONTROLLER), ic::FR),
                    module);

@@ -2,6 +2,7 @@
 
 #include "features/FeatureStatuses.h"
 #include "interfaces/orveli/jobs/NvmeAccess.h"
+#include "interfaces/orveli/jobs/NvmeBits.h"
 #include "interfaces/orveli/jobs/StatusWords.h"
 #include "interfaces/orveli/jobs/TimeLimit.h"
 #include "protocols/nvme/Structures.h"
@@ -34,10 +35,6 @@ std::vector<std::uint32_t> namespaces(Device& device, std::uint8_t listCns) {
         all.insert(all.end(), part.begin(), part.end());
     } while (part.size() == namespace_list::IDENTIFIERS.count);
     return all;
-}
-
-bool has(const Payload& structure, const protocols::Field& field, const BitField& bit) {
-    return readBits(structure, field, bit) != 0;
 }
 
 /// Some drives can only format, or only erase, all that there is.

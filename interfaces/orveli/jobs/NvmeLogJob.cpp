@@ -36,7 +36,7 @@ Payload readPage(const NvmeLogReader& reader, std::uint8_t logPage, std::uint32_
 
 void putErrorEntry(XmlObject& section, const Payload& entry) {
     namespace fields = nvme::error_information_entry;
-    constexpr std::uint64_t NO_PARAMETER = 0xFFFF;
+    constexpr std::uint64_t NO_PARAMETER = 0xFFFF;  // the error is not about one
     constexpr nvme::BitField LOCATION[] = {
         nvme::parameter_error_location::BYTE,
         nvme::parameter_error_location::BIT,
@@ -55,9 +55,7 @@ void putErrorEntry(XmlObject& section, const Payload& entry) {
     field_report::putBits(section, entry, fields::StatusField, FLAGS);
     section.addValue("Status", nvme::statusText(status));
     field_report::putField(section, entry, fields::ParameterErrorLocation);
-    const bool isAboutParameter =
-        protocols::readNumber(entry, fields::ParameterErrorLocation) != NO_PARAMETER;
-    if (isAboutParameter)
+    if (protocols::readNumber(entry, fields::ParameterErrorLocation) != NO_PARAMETER)
         field_report::putBits(section, entry, fields::ParameterErrorLocation, LOCATION);
     for (const auto& field :
          {fields::LBA, fields::Namespace, fields::VendorSpecificInformationAvailable,

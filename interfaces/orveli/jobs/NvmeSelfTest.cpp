@@ -3,6 +3,8 @@
 #include "interfaces/orveli/jobs/NvmeAccess.h"
 #include "protocols/nvme/Structures.h"
 
+#include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace orvel::interfaces::orveli::jobs {
@@ -44,14 +46,45 @@ Payload readLog(core::Device& device) {
         device, {.logPage = log_pages::DEVICE_SELF_TEST, .bytes = self_test_log::SIZE});
 }
 
-bool isRunning(const Payload& page) {
+std::uint32_t operationOf(const Payload& page) {
     return readBits(page, self_test_log::CurrentDeviceSelfTestOperation,
-                    current_self_test_operation::OPERATION) != 0;
+                    current_self_test_operation::OPERATION);
 }
 
-std::uint8_t percentOf(const Payload& page) {
-    return static_cast<std::uint8_t>(readBits(page, self_test_log::CurrentDeviceSelfTestCompletion,
-                                              current_self_test_completion::PERCENT));
+bool isRunning(const Payload& page) {
+    return operationOf(page) != 0;
+}
+
+std::uint32_t percentOf(const Payload& page) {
+    return readBits(page, self_test_log::CurrentDeviceSelfTestCompletion,
+                    current_self_test_completion::PERCENT);
+}
+
+/// Time that has gone by, by the clock or by the pauses that were made, whichever is more.
+class Waiting {
+public:
+    explicit Waiting(Pause& pause) : pause(pause) {}
+
+    void wait(std::chrono::milliseconds time) {
+        pause(time);
+        paused += time;
+    }
+
+    std::chrono::milliseconds time() const {
+        const auto byClock = std::chrono::steady_clock::now() - start;
+        return std::max(paused, std::chrono::duration_cast<std::chrono::milliseconds>(byClock));
+    }
+
+private:
+    Pause& pause;
+    std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
+    std::chrono::milliseconds paused{0};
+};
+
+/// Twice what the drive says, but nobody can wait for hours, nor not at all.
+std::chrono::minutes longestWait(std::uint64_t minutes) {
+    constexpr std::uint64_t MOST = 10;
+    return std::chrono::minutes(minutes == 0 ? MOST : std::min(2 * minutes, MOST));
 }
 
 Payload newestResult(const Payload& page) {
@@ -119,22 +152,39 @@ void NvmeSelfTest::runToEnd(Type type) {
     const std::uint8_t code = selfTestCode(type);
     const Payload controller = requireSupport();
     send(code);
-    const Payload page = waitForEnd(
-        type == Type::EXTENDED ? protocols::readNumber(controller, ic::EDSTT) : SHORT_MINUTES);
+    const Payload page =
+        waitForEnd(code, type == Type::EXTENDED ? protocols::readNumber(controller, ic::EDSTT)
+                                                : SHORT_MINUTES);
     const Payload result = newestResult(page);
     if (codeOf(result) != WITHOUT_ERROR) throw failure(wordsOf(result));
 }
 
-Payload NvmeSelfTest::waitForEnd(std::uint64_t minutes) {
+/// Other sessions may have to wait as long as this one does.
+Payload NvmeSelfTest::waitForEnd(std::uint8_t code, std::uint64_t minutes) {
     constexpr std::chrono::milliseconds BETWEEN_LOOKS{100};
-    const auto looks = 2 * std::chrono::minutes(minutes) / BETWEEN_LOOKS;
-    for (std::int64_t look = 0; look <= looks; ++look) {
+    constexpr std::chrono::minutes WITHOUT_PROGRESS{3};  // a whole short test takes 2 at most
+    const std::chrono::minutes longest = longestWait(minutes);
+    Waiting waiting(pause);
+    std::uint32_t percent = 0;
+    std::chrono::milliseconds lastProgress{0};
+    do {
         const Payload page = readLog(device);
         if (!isRunning(page)) return page;
-        progress(percentOf(page));
-        pause(BETWEEN_LOOKS);
-    }
-    throw failure("It has not come to an end after " + std::to_string(2 * minutes) + " minutes.");
+        const std::uint32_t now = percentOf(page);
+        if (operationOf(page) != code || now > WHOLE)
+            throw failure("The drive's log tells nothing sensible of it.");
+        if (now > percent) {
+            percent = now;
+            lastProgress = waiting.time();
+        }
+        progress(static_cast<std::uint8_t>(percent));
+        waiting.wait(BETWEEN_LOOKS);
+        if (waiting.time() - lastProgress > WITHOUT_PROGRESS)
+            throw failure("It has made no progress for " +
+                          std::to_string(WITHOUT_PROGRESS.count()) + " minutes.");
+    } while (waiting.time() <= longest);
+    throw failure("It has not come to an end after " + std::to_string(longest.count()) +
+                  " minutes, and goes on in the drive.");
 }
 
 void NvmeSelfTest::abort() {
@@ -145,7 +195,10 @@ void NvmeSelfTest::abort() {
 SelfTest::State NvmeSelfTest::state() {
     requireSupport();
     const Payload page = readLog(device);
-    if (isRunning(page)) return {"Operation in progress.", percentOf(page)};
+    if (isRunning(page)) {
+        const auto percent = std::min(percentOf(page), std::uint32_t{WHOLE});
+        return {"Operation in progress.", static_cast<std::uint8_t>(percent)};
+    }
     const Payload result = newestResult(page);
     return {wordsOf(result), codeOf(result) == NOT_USED ? std::uint8_t{0} : WHOLE};
 }

@@ -22,7 +22,8 @@ public:
 
     void start(Type type) override;
 
-    /// Gives up, with 10/45, after twice the time that the drive or the standard tells.
+    /// Gives up, with 10/45, after twice the time that the drive or the standard tells, but 10
+    /// minutes at most; after 3 minutes without progress; and if the log tells of another test.
     void runToEnd(Type type) override;
 
     void abort() override;
@@ -32,7 +33,7 @@ private:
     /// Identify Controller data of a drive that has self-tests.
     core::Payload requireSupport();
     void send(std::uint8_t code);
-    core::Payload waitForEnd(std::uint64_t minutes);
+    core::Payload waitForEnd(std::uint8_t code, std::uint64_t minutes);
 
     core::Device& device;
     Pause pause;

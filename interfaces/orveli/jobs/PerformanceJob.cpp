@@ -55,18 +55,9 @@ std::uint64_t blocksOf(const Device& device, const Number128& units, std::uint64
     return static_cast<std::uint64_t>(units * unit / size);
 }
 
-/// The catalogue's hexadecimal numbers have their first byte in front.
-Payload bigEndian(std::uint64_t number) {
-    Payload bytes(sizeof(number));
-    for (std::uint32_t i = bytes.size(); i > 0; --i, number >>= 8U)
-        *bytes.at(i - 1) = static_cast<std::uint8_t>(number & 0xFF);
-    return bytes;
-}
-
-Payload bigEndian(const Payload& littleEndian) {
-    Payload bytes(littleEndian.size());
-    std::reverse_copy(littleEndian.data(), littleEndian.data() + littleEndian.size(), bytes.data());
-    return bytes;
+/// Decimal as the totals beside it are, though the catalogue's type is hexadecimal.
+void addCount(XmlObject& drive, const Attribute& descriptor, const Number128& count) {
+    drive.addValue(descriptor.getName(), protocols::toText(count));
 }
 
 // NVMe.
@@ -77,14 +68,14 @@ void addNvme(Device& device, XmlObject& drive) {
     const auto blocks = [&](const Field& field) {
         return blocksOf(device, protocols::readWideNumber(page, field), DATA_UNIT);
     };
-    const auto hex = [&](const Field& field) {
-        return bigEndian(protocols::readBytes(page, field));
+    const auto add = [&](const Attribute& descriptor, const Field& field) {
+        addCount(drive, descriptor, protocols::readWideNumber(page, field));
     };
     put(drive, performance::TotalLBAsRead(), blocks(smart_health::DataUnitsRead));
     put(drive, performance::TotalLBAsWritten(), blocks(smart_health::DataUnitsWritten));
-    put(drive, totals::HostReadCommands(), hex(smart_health::HostReadCommands));
-    put(drive, totals::HostWriteCommands(), hex(smart_health::HostWriteCommands));
-    put(drive, totals::ControllerBusyTime(), hex(smart_health::ControllerBusyTime));
+    add(totals::HostReadCommands(), smart_health::HostReadCommands);
+    add(totals::HostWriteCommands(), smart_health::HostWriteCommands);
+    add(totals::ControllerBusyTime(), smart_health::ControllerBusyTime);
 }
 
 // SATA.
@@ -109,7 +100,7 @@ void addAta(Device& device, XmlObject& drive) {
     };
     const auto addCommands = [&](const Attribute& descriptor, const Field& statistic) {
         if (const auto count = readings.findStatistic(ata::statistics_page::GENERAL, statistic))
-            put(drive, descriptor, bigEndian(*count));
+            addCount(drive, descriptor, *count);
     };
     addBlocks(performance::TotalLBAsRead(), general::LogicalSectorsRead, TOTAL_HOST_READS);
     addBlocks(performance::TotalLBAsWritten(), general::LogicalSectorsWritten, TOTAL_HOST_WRITES);

@@ -3,8 +3,8 @@
 #include "core/Strings.h"
 #include "core/xml/Vocabulary.h"
 #include "features/FeatureStatuses.h"
+#include "interfaces/orveli/jobs/NumberText.h"
 
-#include <charconv>
 #include <optional>
 
 namespace orvel::interfaces::orveli::jobs {
@@ -43,12 +43,8 @@ std::optional<std::string> findRequestedText(const core::xml::XmlElement* reques
 std::optional<std::uint32_t> readNumber(const std::string& text) {
     const bool isHexadecimal = strings::startsWith(text, "0x", true);
     constexpr std::size_t PREFIX = 2;
-    const char* first = text.data() + (isHexadecimal ? PREFIX : 0);
-    const char* end = text.data() + text.size();
-    std::uint32_t number = 0;
-    const auto result = std::from_chars(first, end, number, isHexadecimal ? 16 : 10);
-    if (result.ec != std::errc() || result.ptr != end) return std::nullopt;
-    return number;
+    return isHexadecimal ? readWhole<std::uint32_t>(text.substr(PREFIX), 16)
+                         : readWhole<std::uint32_t>(text);
 }
 
 }  // namespace

@@ -4,14 +4,17 @@
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
 #include "interfaces/orveli/jobs/AtaAccess.h"
+#include "interfaces/orveli/jobs/NvmeAccess.h"
 #include "interfaces/orveli/jobs/SettingWrites.h"
 #include "protocols/ata/IdentifyDevice.h"
+#include "protocols/nvme/Structures.h"
 
 namespace orvel::interfaces::orveli::jobs {
 
 using core::Device;
 namespace ata = protocols::ata;
 namespace identify_device = protocols::ata::identify_device;
+namespace nvme = protocols::nvme;
 namespace properties = features::write_cache;
 namespace sct = protocols::ata::sct;
 namespace statuses = features::statuses;
@@ -36,15 +39,36 @@ void setBySetFeatures(Device& device, bool isWanted) {
     if (isEnabled != isWanted) throw withWords(setting_writes::valueNotTaken(), words);
 }
 
+void setByFeature(Device& device, bool isWanted) {
+    const core::Payload controller = nvme_access::identify(device, nvme::cns::CONTROLLER);
+    if (nvme::readBits(controller, nvme::identify_controller::VWC, nvme::vwc::PRESENT) == 0)
+        throw statuses::writeCacheNotSupported();
+    setting_writes::setAndCheck(
+        device, {.feature = nvme::features::VOLATILE_WRITE_CACHE, .cdw11 = isWanted ? 1U : 0U});
+}
+
 }  // namespace
 
-WriteCacheJob::WriteCacheJob() : SettingJob(WriteCache, Kind::ATA) {}
+WriteCacheJob::WriteCacheJob() : SettingJob(WriteCache, Kind::ANY) {}
 
 std::unique_ptr<Job> WriteCacheJob::clone() const {
     return std::make_unique<WriteCacheJob>();
 }
 
 core::Status WriteCacheJob::set(Device& device, const core::Attribute& property) {
+    return isNvme(device) ? setOnNvme(device, property) : setOnAta(device, property);
+}
+
+core::Status WriteCacheJob::setOnNvme(Device& device, const core::Attribute& property) const {
+    const bool isForAta = isNamed(property, properties::WriteCacheState()) ||
+                          isNamed(property, properties::WriteCacheReorderingStateEnabled());
+    if (isForAta) throw statuses::featureNotSupportedByDrive();
+    requireName(property, properties::WriteCacheEnabled());
+    setByFeature(device, booleanOf(property));
+    return {};
+}
+
+core::Status WriteCacheJob::setOnAta(Device& device, const core::Attribute& property) const {
     if (isNamed(property, properties::WriteCacheEnabled())) {
         const bool isWanted = booleanOf(property);
         requireWriteCache(device);

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <stdexcept>
 
 namespace orvel::interfaces::orveli::jobs {
 namespace {
@@ -23,7 +24,7 @@ public:
     std::unique_ptr<Job> clone() const override { return std::make_unique<SampleJob>(); }
 
     core::Status runMethod(std::unique_ptr<core::xml::XmlElement>& response) override {
-        return reportEach(response);
+        return isForSelected ? reportSelected(response) : reportEach(response);
     }
 
     core::Status runGetProperties(std::unique_ptr<core::xml::XmlElement>& response) override {
@@ -38,6 +39,7 @@ public:
     std::function<core::Status(const SampleJob&, core::xml::XmlObject&)> action;
     std::function<core::Status(const core::Attribute&)> setter;
     std::string key;
+    bool isForSelected = false;
 
 protected:
     core::Status report(core::Device& device, core::xml::XmlObject& drive) override {
@@ -144,6 +146,30 @@ TEST(DriveJob, AMethodForSeveralDrivesTellsOfEachFailure) {
               "  Message=The selected drive does not support this feature.\n");
 }
 
+TEST(DriveJob, AnErrorOfTheProgramCostsOnlyTheAnswerOfItsDrive) {
+    ScriptedDrive first("ATA", "ONE");
+    ScriptedDrive second("ATA", "TWO");
+    SampleJob job;
+    int calls = 0;
+    job.action = [&](const SampleJob& sample, core::xml::XmlObject& object) {
+        if (++calls == 1) throw std::out_of_range("Too far.");
+        return reportName(sample, object);
+    };
+    const Outcome outcome = runJob(job, METHOD, {first.getDevice(), second.getDevice()});
+    EXPECT_EQ(outcome.status, core::Status());
+    EXPECT_EQ(answerLines(outcome.output), "[Sample Report ONE]\n"
+                                           " [ status]\n"
+                                           "  Category=1\n"
+                                           "  Code=5\n"
+                                           "  Message=Too far.\n"
+                                           "[Sample Report TWO]\n"
+                                           " Name=Value\n");
+    job.setter = [](const core::Attribute&) -> core::Status { throw std::length_error("Long."); };
+    const Outcome setting = runJob(job, SET, {first.getDevice()});
+    EXPECT_EQ(statusOf(setting.status), "1/5");
+    EXPECT_EQ(setting.status.getMessage(), "Long.");
+}
+
 TEST(DriveJob, APropertyRequestThatFailsTellsSoInTheDrivesObject) {
     ScriptedDrive drive("ATA", "ONE");
     SampleJob job;
@@ -185,6 +211,28 @@ TEST(DriveJob, NeedsADrive) {
     const Outcome outcome = runJob(job, METHOD, {});
     EXPECT_EQ(statusOf(outcome.status), "10/5");
     EXPECT_EQ(outcome.output, "");
+}
+
+TEST(DriveJob, WhatMustNotMeetAnyDriveNeedsOneThatIsSelected) {
+    ScriptedDrive first("ATA", "ONE");
+    ScriptedDrive second("ATA", "TWO");
+    SampleJob job;
+    job.isForSelected = true;
+    job.action = &reportName;
+    const auto request = [](const std::string& inner) {
+        return R"(<Object name="Sample" type="Method">)" + inner + "</Object>";
+    };
+    const auto codeFor = [&](const std::string& inner, const core::Device::Devices& devices) {
+        const Outcome outcome = runJob(job, request(inner), devices);
+        return statusOf(outcome.status) + " " + answerLines(outcome.output);
+    };
+    const auto& one = first.getDevice();
+    EXPECT_EQ(codeFor("", {one}), "10/5 ");
+    EXPECT_EQ(codeFor(R"(<List name="Others"/>)", {one}), "10/5 ");
+    EXPECT_EQ(codeFor(R"(<Object name="Devices"/>)", {one}), "10/5 ");
+    EXPECT_EQ(codeFor(ONE_DEVICE, {}), "10/5 ");
+    EXPECT_EQ(codeFor(ONE_DEVICE, {one, second.getDevice()}), "10/6 ");
+    EXPECT_EQ(codeFor(ONE_DEVICE, {one}), "0/0 [Sample Report ONE]\n Name=Value\n");
 }
 
 TEST(DriveJob, ReportsAndSetsNothingByItself) {

@@ -260,18 +260,81 @@ TEST(DriveSelfTestJob, StartsAnExtendedOfflineTestOnAnNvmeDrive) {
     EXPECT_NE(output.find(R"(type="uint8" value="1"/>)"), std::string::npos);
 }
 
-TEST(DriveSelfTestJob, GivesAnNvmeDriveTwiceTheTime) {
+/// Log pages of a test that gets on by 1 % every minute and never ends.
+std::deque<Reply> slowTest(std::uint8_t operation) {
+    std::deque<Reply> replies;
+    for (std::uint8_t percent = 1; percent < 15; ++percent)
+        replies.insert(replies.end(), 600, {.data = page(operation, percent)});
+    return replies;
+}
+
+struct Waited {
+    Outcome outcome;
+    milliseconds time{0};
+};
+
+Waited waitFor(ScriptedDrive& drive, const std::string& type) {
+    Waited waited;
+    DriveSelfTestJob job([&](milliseconds time) { waited.time += time; });
+    waited.outcome = runJob(job, request(type), {drive.getDevice()});
+    return waited;
+}
+
+TEST(DriveSelfTestJob, GivesAnNvmeDriveTwiceTheTimeButNotHours) {
     ScriptedDrive drive = nvmeDrive();
     drive.onNvme(DEVICE_SELF_TEST, 0x01, {{}});
     drive.onNvme(DEVICE_SELF_TEST, 0x02, {{}});
-    drive.onNvme(GET_LOG_PAGE, 0x06, {{.data = page(1, 99)}});
-    milliseconds waited{0};
-    DriveSelfTestJob job([&](milliseconds time) { waited += time; });
-    expectStatus(runJob(job, request("short"), {drive.getDevice()}), 45,
-                 "Drive self-test failed. It has not come to an end after 4 minutes.");
-    EXPECT_EQ(waited, milliseconds(240100));
+    drive.onNvme(GET_LOG_PAGE, 0x06, slowTest(1));
+    const Waited shortTest = waitFor(drive, "short");
+    expectStatus(shortTest.outcome, 45,
+                 "Drive self-test failed. It has not come to an end after 4 minutes, and goes on "
+                 "in the drive.");
+    EXPECT_EQ(shortTest.time, milliseconds(240100));
+    drive.onNvme(GET_LOG_PAGE, 0x06, slowTest(2));
     expectStatus(run(drive, "extended"), 45,
-                 "Drive self-test failed. It has not come to an end after 6 minutes.");
+                 "Drive self-test failed. It has not come to an end after 6 minutes, and goes on "
+                 "in the drive.");
+    for (const std::uint8_t minutes : {std::uint8_t{0xFF}, std::uint8_t{0}}) {
+        const Payload controller = identifyController();
+        *controller[316] = minutes;
+        *controller[317] = minutes;
+        drive.onNvme(IDENTIFY, 0x01, {{.data = controller}});
+        drive.onNvme(GET_LOG_PAGE, 0x06, slowTest(2));
+        const Waited longTest = waitFor(drive, "extended");
+        expectStatus(longTest.outcome, 45,
+                     "Drive self-test failed. It has not come to an end after 10 minutes, and "
+                     "goes on in the drive.");
+        EXPECT_EQ(longTest.time, milliseconds(600100));
+    }
+}
+
+TEST(DriveSelfTestJob, WaitsForNoTestThatMakesNoProgress) {
+    ScriptedDrive drive = nvmeDrive();
+    drive.onNvme(DEVICE_SELF_TEST, 0x02, {{}});
+    // Back and forth is no progress.
+    std::deque<Reply> replies = {{.data = page(2, 98)}};
+    for (int i = 0; i < 3000; ++i)
+        replies.push_back({.data = page(2, i % 2 == 0 ? 3 : 98)});
+    drive.onNvme(GET_LOG_PAGE, 0x06, replies);
+    const Waited waited = waitFor(drive, "extended");
+    expectStatus(waited.outcome, 45,
+                 "Drive self-test failed. It has made no progress for 3 minutes.");
+    EXPECT_EQ(waited.time, milliseconds(180100));
+}
+
+TEST(DriveSelfTestJob, WaitsForNothingThatMakesNoSense) {
+    for (const Payload& senseless : {page(3, 10), page(2, 10), page(0xE, 10), page(1, 101)}) {
+        ScriptedDrive drive = nvmeDrive();
+        drive.onNvme(DEVICE_SELF_TEST, 0x01, {{}});
+        drive.onNvme(GET_LOG_PAGE, 0x06, {{.data = senseless}});
+        const Waited waited = waitFor(drive, "short");
+        expectStatus(waited.outcome, 45,
+                     "Drive self-test failed. The drive's log tells nothing sensible of it.");
+        EXPECT_EQ(waited.time, milliseconds(0));
+    }
+    ScriptedDrive drive = nvmeDrive();
+    drive.onNvme(GET_LOG_PAGE, 0x06, {{.data = page(1, 127)}});
+    EXPECT_NE(run(drive, "status").output.find(R"(type="uint8" value="100"/>)"), std::string::npos);
 }
 
 TEST(DriveSelfTestJob, TellsWhyAnNvmeDriveFailedItsTest) {

@@ -52,7 +52,9 @@ Outcome run(ScriptedDrive& drive, const TemporaryFolder& folder,
             const std::string& arguments = "") {
     FirmwareUpdateJob first(std::make_shared<FirmwareModules>(folder.path().string()));
     const auto job = first.clone();
-    return runJob(*job, R"(<Object name="FirmwareUpdate" type="Method">)" + arguments + "</Object>",
+    return runJob(*job,
+                  R"(<Object name="FirmwareUpdate" type="Method">)" + arguments + ONE_DEVICE +
+                      "</Object>",
                   {drive.getDevice()});
 }
 
@@ -190,7 +192,8 @@ TEST(FirmwareUpdateJob, TellsWhyAnNvmeDriveDidNotTakeTheFirmware) {
 
     ScriptedDrive image = nvmeDrive();
     image.onNvme(COMMIT, 0x18, {{.nvmeStatus = {1, 0x07}}});
-    expectFailure(run(image, folder), 53, "Firmware update failed. Invalid Firmware Image.");
+    expectFailure(run(image, folder), 53,
+                  "Firmware update failed. Firmware Commit: Invalid Firmware Image.");
 
     ScriptedDrive piece = nvmeDrive();
     piece.onNvme(DOWNLOAD, 0xC9, {{.nvmeStatus = {1, 0x14}}});
@@ -419,10 +422,28 @@ TEST(FirmwareUpdateJob, TellsHowFarItIs) {
             }
         },
         1);
-    EXPECT_EQ(
-        runJob(job, R"(<Object name="FirmwareUpdate" type="Method"/>)", {drive.getDevice()}).output,
-        AT_RESET);
+    EXPECT_EQ(runJob(job,
+                     std::string(R"(<Object name="FirmwareUpdate" type="Method">)") + ONE_DEVICE +
+                         "</Object>",
+                     {drive.getDevice()})
+                  .output,
+              AT_RESET);
     EXPECT_EQ(progressTexts, (std::vector<std::string>{"45", "91", "100"}));
+}
+
+TEST(FirmwareUpdateJob, MeetsNoDriveThatNobodyNamed) {
+    TemporaryFolder folder;
+    addModule(folder);
+    ScriptedDrive first = nvmeDrive();
+    ScriptedDrive second = nvmeDrive();
+    FirmwareUpdateJob job(std::make_shared<FirmwareModules>(folder.path().string()));
+    const std::string start = R"(<Object name="FirmwareUpdate" type="Method">)";
+    expectFailure(runJob(job, start + "</Object>", {first.getDevice()}), 5, "No device selected.");
+    expectFailure(
+        runJob(job, start + ONE_DEVICE + "</Object>", {first.getDevice(), second.getDevice()}), 6,
+        "Multiple devices selected.");
+    EXPECT_TRUE(first.sentNvme().empty());
+    EXPECT_TRUE(second.sentNvme().empty());
 }
 
 }  // namespace

@@ -30,7 +30,7 @@ Outcome run(
             .append(R"(" value=")")
             .append(value)
             .append(R"("/>)");
-    return runJob(job, request + "</Object>", {drive.getDevice()});
+    return runJob(job, request + ONE_DEVICE + "</Object>", {drive.getDevice()});
 }
 
 void expectCode(const Outcome& outcome, int code) {
@@ -541,6 +541,19 @@ TEST(FormatJob, TellsThePasswordThatItCannotTakeAway) {
               "Secure Erase Unit command failed. Reboot and try again. If error persists, consider "
               "using a DOS-based tool for Secure Erase. The drive has kept the user password "
               "\"tavik\", which was set for the erase.");
+}
+
+TEST(FormatJob, MeetsNoDriveThatNobodyNamed) {
+    ScriptedDrive first = nvmeDrive();
+    ScriptedDrive second = nvmeDrive();
+    const std::string start = R"(<Object name="Format" type="Method">)"
+                              R"(<Property name="Type" value="Delete"/>)";
+    FormatJob job;
+    expectCode(runJob(job, start + "</Object>", {first.getDevice()}), 5);
+    expectCode(
+        runJob(job, start + ONE_DEVICE + "</Object>", {first.getDevice(), second.getDevice()}), 6);
+    EXPECT_TRUE(first.sentNvme().empty());
+    EXPECT_TRUE(second.sentNvme().empty());
 }
 
 }  // namespace

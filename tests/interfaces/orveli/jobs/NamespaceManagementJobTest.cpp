@@ -27,7 +27,7 @@ Outcome run(ScriptedDrive& drive, const Arguments& arguments) {
             .append(value)
             .append(R"("/>)");
     const auto job = NamespaceManagementJob().clone();
-    return runJob(*job, request + "</Object>", {drive.getDevice()});
+    return runJob(*job, request + ONE_DEVICE + "</Object>", {drive.getDevice()});
 }
 
 Payload identifyController(std::uint8_t oacsBits = 0x08) {
@@ -252,6 +252,35 @@ TEST(NamespaceManagementJob, NeedsADriveWithTheFeatureThatIsNotInAVolume) {
     member->setAttribute(attribute);
     EXPECT_EQ(run(member, {{"Action", "delete"}, {"NamespaceId", "1"}}).status.getCode(), 12);
     EXPECT_TRUE(member.sentNvme().empty());
+}
+
+TEST(NamespaceManagementJob, MeetsNoDriveThatNobodyNamed) {
+    ScriptedDrive first = nvmeDrive();
+    ScriptedDrive second = nvmeDrive();
+    const std::string start = R"(<Object name="NamespaceManagement" type="Method">)"
+                              R"(<Property name="Action" value="Delete"/>)"
+                              R"(<Property name="NamespaceId" value="1"/>)";
+    NamespaceManagementJob job;
+    EXPECT_EQ(runJob(job, start + "</Object>", {first.getDevice()}).status.getCode(), 5);
+    EXPECT_EQ(runJob(job, start + ONE_DEVICE + "</Object>", {first.getDevice(), second.getDevice()})
+                  .status.getCode(),
+              6);
+    EXPECT_TRUE(first.sentNvme().empty());
+    EXPECT_TRUE(second.sentNvme().empty());
+}
+
+TEST(NamespaceManagementJob, RefusesARaidMemberWhateverTheAction) {
+    for (const char* action : {"Create", "Delete", "Attach", "Detach"}) {
+        SCOPED_TRACE(action);
+        ScriptedDrive drive = nvmeDrive();
+        core::Attribute member = orvel::features::device_attributes::RAIDMember();
+        member.setValue(true);
+        drive->setAttribute(member);
+        EXPECT_EQ(run(drive, {{"Action", action}, {"NamespaceId", "1"}, {"Size", "4096"}})
+                      .status.getCode(),
+                  12);
+        EXPECT_TRUE(drive.sentNvme().empty());
+    }
 }
 
 }  // namespace

@@ -268,26 +268,40 @@ TEST(NorvoSSDJob, ASataDriveThatExceedsAThresholdIsUnhealthy) {
     EXPECT_EQ(valueOf(drive, "DeviceStatus"), UNHEALTHY);
 }
 
-TEST(NorvoSSDJob, ADriveWithoutSmartIsAsTheIdentificationFoundIt) {
-    ScriptedDrive drive = sataDrive();
-    set(drive, attributes::SMARTEnabled(), false);
-    EXPECT_EQ(valueOf(drive, "DeviceStatus"), "Healthy");
-    EXPECT_TRUE(drive.sentAta().empty());
-}
-
-TEST(NorvoSSDJob, NoDriveIsHealthyThatDoesNotTell) {
+TEST(NorvoSSDJob, ADriveWhoseHealthCannotBeReadIsNotHealthy) {
     ScriptedDrive refusing = nvmeDrive();
     refusing.onNvme(GET_LOG_PAGE, SMART_HEALTH, {});
     EXPECT_EQ(valueOf(refusing, "DeviceStatus"),
               "NVMe command reported a problem. Get Log Page: Invalid Command Opcode.");
     ScriptedDrive brief = nvmeDrive();
-    brief.onNvme(GET_LOG_PAGE, SMART_HEALTH, {{.data = structure(511, {{0, {0x04}}})}});
+    brief.onNvme(GET_LOG_PAGE, SMART_HEALTH, {{.data = structure(511, {})}});
     EXPECT_EQ(valueOf(brief, "DeviceStatus"),
               "The IO command passed, but did not return the expected amount of data.");
-    ScriptedDrive aborting = sataDrive();
-    aborting.onAta(SMART, 0xDA, C24F00, {});
-    EXPECT_EQ(valueOf(aborting, "DeviceStatus"),
-              "ATA command reported a problem. SMART RETURN STATUS: error register 0x04.");
+    ScriptedDrive refusingSata = sataDrive();
+    refusingSata.onAta(SMART, 0xDA, C24F00, {});
+    EXPECT_EQ(valueOf(refusingSata, "DeviceStatus").substr(0, 31),
+              "ATA command reported a problem.");
+    ScriptedDrive unclear = sataDrive();
+    unclear.onAta(SMART, 0xDA, C24F00, {{.returned = returnedLba(0)}});
+    EXPECT_EQ(valueOf(unclear, "DeviceStatus"), "Failed to retrieve data from selected device.");
+}
+
+TEST(NorvoSSDJob, AListOfEverythingDoesNotHideThatTheHealthCannotBeRead) {
+    ScriptedDrive drive = nvmeDrive();
+    drive.onNvme(GET_LOG_PAGE, SMART_HEALTH, {});
+    NorvoSSDJob job(nullptr);
+    const std::string answer = answerLines(runJob(job, ALL, {drive.getDevice()}).output);
+    EXPECT_NE(answer.find(" DeviceStatus=NVMe command reported a problem. Get Log Page: Invalid "
+                          "Command Opcode.\n"),
+              std::string::npos)
+        << answer;
+}
+
+TEST(NorvoSSDJob, ADriveWithSmartDisabledSaysSoAndIsNotAsked) {
+    ScriptedDrive drive = sataDrive();
+    set(drive, attributes::SMARTEnabled(), false);
+    EXPECT_EQ(valueOf(drive, "DeviceStatus"), "SMART is not enabled.");
+    EXPECT_TRUE(drive.sentAta().empty());
 }
 
 TEST(NorvoSSDJob, ShowsWhatTheIdentificationMetWith) {

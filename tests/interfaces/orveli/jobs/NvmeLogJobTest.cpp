@@ -49,6 +49,19 @@ std::string property(const std::string& name, const std::string& value) {
     return R"(<Property name=")" + name + R"(" value=")" + value + R"("/>)";
 }
 
+TEST(NvmeLogJob, AnErrorThatIsAboutNoParameterHasNoPlaceInTheCommand) {
+    ScriptedDrive drive = nvmeDrive();
+    drive.onNvme(GET_LOG_PAGE, 0x01,
+                 {{.data = bytesOf(192, {{128, "0500000000000000"
+                                               "00000A000440"
+                                               "FFFF"}})}});
+    NvmeLogJob job;
+    const std::string output = runJob(job, oneLog("1"), {drive.getDevice()}).output;
+    EXPECT_NE(output.find(R"(name="ParameterErrorLocation" value="65535"/>)"), std::string::npos)
+        << output;
+    EXPECT_EQ(output.find("ParameterErrorLocation."), std::string::npos);
+}
+
 TEST(NvmeLogJob, ShowsEachEntryOfErrorInformationThatCounts) {
     ScriptedDrive drive = nvmeDrive();
     drive.onNvme(GET_LOG_PAGE, 0x01,

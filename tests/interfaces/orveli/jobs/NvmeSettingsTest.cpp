@@ -3,6 +3,7 @@
 #include "interfaces/orveli/jobs/LatencyTrackingJob.h"
 #include "interfaces/orveli/jobs/NvmeFeaturesJob.h"
 #include "interfaces/orveli/jobs/PowerGovernorJob.h"
+#include "interfaces/orveli/jobs/WriteCacheJob.h"
 #include "tests/interfaces/orveli/jobs/SettingSupport.h"
 
 #include <gtest/gtest.h>
@@ -139,6 +140,46 @@ TEST_F(NvmeSettings, ADriveMayRefuseAFeatureKeepItsValueOrBeOutOfReach) {
 TEST_F(NvmeSettings, PowerGovernorHasThreeModes) {
     EXPECT_EQ(set<PowerGovernorJob>(drive, {"PowerGovernorMode", "uint32", "3"}),
               "10/18 Invalid power mode given. Valid modes are 0 1 and 2.");
+    EXPECT_EQ(sent(), Lines());
+}
+
+// WriteCache.
+
+TEST_F(NvmeSettings, TheWriteCacheIsAFeature) {
+    onFeature(0x06, {dword(0x01)});
+    Reply controller;
+    controller.data = core::Payload(4096);
+    *controller.data[525] = 0x01;
+    drive.onNvme(IDENTIFY, CONTROLLER, {controller});
+    EXPECT_EQ(set<WriteCacheJob>(drive, {"WriteCacheEnabled", "boolean", "True"}), DONE);
+    EXPECT_EQ(sent(), (Lines{
+                          "06 00000001 00000000 00000000",  // has it a cache
+                          "06 00000001 00000000 00000000",  // does it save features
+                          "09 00000006 00000001 00000000",
+                          "0A 00000006 00000000 00000000",
+                      }));
+    drive.sentNvme().clear();
+    drive.onNvme(GET_FEATURES, 0x06, {dword(0)});
+    EXPECT_EQ(set<WriteCacheJob>(drive, {"WriteCacheEnabled", "string", "0"}), DONE);
+    EXPECT_EQ(sent().at(2), "09 00000006 00000000 00000000");
+    EXPECT_EQ(set<WriteCacheJob>(drive, {"WriteCacheEnabled", "boolean", "True"}), VALUE_NOT_TAKEN);
+}
+
+TEST_F(NvmeSettings, NothingIsSetForADriveWithoutAWriteCache) {
+    onFeature(0x06, {dword(1)});
+    EXPECT_EQ(set<WriteCacheJob>(drive, {"WriteCacheEnabled", "boolean", "True"}),
+              "10/48 Drive does not support Write Cache.");
+    EXPECT_EQ(sent().size(), 1U);
+}
+
+TEST_F(NvmeSettings, TheWriteCacheHasOnePropertyOnly) {
+    EXPECT_EQ(set<WriteCacheJob>(drive, {"WriteCacheState", "uint16", "2"}),
+              NOT_SUPPORTED_BY_DRIVE);
+    EXPECT_EQ(set<WriteCacheJob>(drive, {"WriteCacheReorderingStateEnabled", "boolean", "True"}),
+              NOT_SUPPORTED_BY_DRIVE);
+    EXPECT_EQ(set<WriteCacheJob>(drive, {"WriteCache", "boolean", "True"}), INVALID_PROPERTY);
+    EXPECT_EQ(set<WriteCacheJob>(drive, {"WriteCacheEnabled", "string", "3"}),
+              "10/36 Invalid property specified. WriteCacheEnabled must be true or false.");
     EXPECT_EQ(sent(), Lines());
 }
 

@@ -529,7 +529,6 @@ TEST_F(SataSettings, OtherPropertiesAndOtherDrivesAreRefused) {
     EXPECT_EQ(set<SctFeatureControlJob>(nvmeDrive, other), NOT_SUPPORTED_BY_DRIVE);
     EXPECT_EQ(set<ErrorRecoveryControlJob>(nvmeDrive, other), NOT_SUPPORTED_BY_DRIVE);
     EXPECT_EQ(set<DipmJob>(nvmeDrive, other), NOT_SUPPORTED_BY_DRIVE);
-    EXPECT_EQ(set<WriteCacheJob>(nvmeDrive, other), NOT_SUPPORTED_BY_DRIVE);
     EXPECT_EQ(sentCount(), 0U);
 }
 

@@ -182,6 +182,11 @@ private:
     std::shared_ptr<core::Device> device;
 };
 
+/// The list of a request that selects one drive; which one it is comes to the job by itself.
+inline constexpr const char* ONE_DEVICE =
+    R"(<List name="Devices"><Object name="Device"><Property name="Index" value="0"/></Object>)"
+    R"(</List>)";
+
 /// The outcome of a job that was given a request.
 struct Outcome {
     core::Status status;
