@@ -2,11 +2,12 @@
 
 #include <cerrno>
 #include <new>
+#include <system_error>
 
 namespace orvel::simulator {
 
 core::Status systemError(int error) {
-    return {core::status_categories::SYSTEM, error, "System error."};
+    return {core::status_categories::SYSTEM, error, std::generic_category().message(error) + "."};
 }
 
 core::Status statusOf(const std::function<core::Status()>& work) {

@@ -58,10 +58,11 @@ TEST(SimulatedEngine, MakesAStatusOfEachException) {
     Owner<SimulatedEngine> owner;
     EXPECT_EQ(owner.run([]() -> core::Status { throw core::Status(10, 54, "Unreadable."); }),
               "10/54 Unreadable.");
-    EXPECT_EQ(owner.run([]() -> core::Status { throw std::bad_alloc(); }), "1/12 System error.");
+    EXPECT_EQ(owner.run([]() -> core::Status { throw std::bad_alloc(); }),
+              "1/12 Cannot allocate memory.");
     EXPECT_EQ(owner.run([]() -> core::Status { throw std::runtime_error("why"); }),
-              "1/5 System error.");
-    EXPECT_EQ(owner.run([]() -> core::Status { throw 5; }), "1/5 System error.");
+              "1/5 Input/output error.");
+    EXPECT_EQ(owner.run([]() -> core::Status { throw 5; }), "1/5 Input/output error.");
     EXPECT_EQ(owner.run([] { return core::Status(); }), text(core::Status()));
 }
 
@@ -79,7 +80,7 @@ private:
 TEST(SimulatedEngine, WorksOnceThereCanBeThreads) {
     Owner<BusyEngine> owner;
     const auto work = [] { return core::Status(1, 7, "Done."); };
-    EXPECT_EQ(owner.run(work), "1/11 System error.");
+    EXPECT_EQ(owner.run(work), "1/11 Resource temporarily unavailable.");
     EXPECT_EQ(owner.run(work), "1/7 Done.");
 }
 

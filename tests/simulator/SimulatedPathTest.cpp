@@ -74,8 +74,8 @@ constexpr const char* NVME_REFUSAL = "0/25 NVMe command reported a problem.";
 constexpr const char* ATA_REFUSAL = "0/10 ATA command reported a problem.";
 constexpr const char* TOO_LITTLE =
     "0/49 The IO command passed, but did not return the expected amount of data.";
-constexpr const char* NO_DEVICE = "1/19 System error.";
-constexpr const char* TIMED_OUT = "1/110 System error.";
+constexpr const char* NO_DEVICE = "1/19 No such device.";
+constexpr const char* TIMED_OUT = "1/110 Connection timed out.";
 
 AdminCommand identifyController() {
     return nvme::identify(1);
@@ -429,8 +429,8 @@ TEST(SimulatedPath, SurvivesAnExceptionWhateverThreadThrowsIt) {
     folder->open().drives[0].faults.push_back(delay);
     SimulatedNvmePath path(folder, "/dev/nvme0",
                            [](milliseconds) { throw std::runtime_error("no time"); });
-    EXPECT_EQ(text(path.send(identifyController(), {}, device)), "1/5 System error.");
-    EXPECT_EQ(text(path.send(nvme::deviceSelfTest(0, 1), {}, device)), "1/5 System error.");
+    EXPECT_EQ(text(path.send(identifyController(), {}, device)), "1/5 Input/output error.");
+    EXPECT_EQ(text(path.send(nvme::deviceSelfTest(0, 1), {}, device)), "1/5 Input/output error.");
 }
 
 TEST(SimulatedPath, IsCopiedWithWhatItHasCounted) {
