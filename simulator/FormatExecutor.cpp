@@ -1,3 +1,4 @@
+// Format NVM.
 #include "simulator/NvmeExecutors.h"
 
 #include <algorithm>

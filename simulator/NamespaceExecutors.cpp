@@ -1,3 +1,4 @@
+// Namespace Management and Namespace Attachment.
 #include "simulator/NvmeExecutors.h"
 
 #include "simulator/TypicalDrives.h"
