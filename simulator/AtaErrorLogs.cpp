@@ -1,3 +1,4 @@
+// SMART error logs and self-test logs of SATA drives, made from what the drive remembers.
 #include "protocols/ata/Checksum.h"
 #include "protocols/ata/Logs.h"
 #include "simulator/AtaExecutors.h"

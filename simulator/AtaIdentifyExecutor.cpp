@@ -1,3 +1,4 @@
+// IDENTIFY DEVICE.
 #include "simulator/AtaExecutors.h"
 
 namespace orvel::simulator {

@@ -1,3 +1,4 @@
+// Reading and writing the logs of SATA drives.
 #include "protocols/ata/Checksum.h"
 #include "protocols/ata/DeviceStatistics.h"
 #include "protocols/ata/Logs.h"

@@ -1,3 +1,4 @@
+// SET FEATURES, power modes and the cache of SATA drives.
 #include "protocols/ata/CommandCodes.h"
 #include "protocols/ata/Sct.h"
 #include "simulator/AtaExecutors.h"

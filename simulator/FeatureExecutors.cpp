@@ -1,3 +1,4 @@
+// Get Features and Set Features.
 #include "protocols/norvo/Vendor.h"
 #include "protocols/nvme/Features.h"
 #include "simulator/NvmeExecutors.h"

@@ -1,3 +1,4 @@
+// Firmware Image Download and Firmware Commit.
 #include "simulator/NvmeExecutors.h"
 
 #include <algorithm>

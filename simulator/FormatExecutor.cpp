@@ -1,3 +1,4 @@
+// Format NVM.
 #include "simulator/NvmeExecutors.h"
 
 #include <algorithm>
@@ -76,6 +77,13 @@ bool isForAll(const NvmeDrive& drive, const AdminCommandFields& fields) {
            (erases && supports(drive, identify_controller::FNA, fna::ERASE_ALL_NAMESPACES));
 }
 
+/// Whether the running self-test is one of these namespaces, alone or with all others.
+bool isTested(const NvmeDrive& drive, const std::vector<std::uint32_t>& targets) {
+    const auto& test = drive.runningSelfTest;
+    if (!test) return false;
+    return test->nsid == ALL_NAMESPACES || std::ranges::find(targets, test->nsid) != targets.end();
+}
+
 }  // namespace
 
 NvmeAnswer executeFormatNvm(NvmeDrive& drive, const NvmeRequest& request) {
@@ -101,7 +109,7 @@ NvmeAnswer executeFormatNvm(NvmeDrive& drive, const NvmeRequest& request) {
     });
     if (!isAvailable) return refusal(status_codes::INVALID_FORMAT);
 
-    endSelfTest(drive, self_test_results::ABORTED_BY_FORMAT);
+    if (isTested(drive, targets)) endSelfTest(drive, self_test_results::ABORTED_BY_FORMAT);
     for (const std::uint32_t nsid : targets) {
         applyFormat(drive.namespaces.at(nsid).identify, format);
         drive.changedNamespaces.insert(nsid);

@@ -1,3 +1,4 @@
+// Identify.
 #include "simulator/NvmeExecutors.h"
 
 namespace orvel::simulator {

@@ -1,3 +1,4 @@
+// Get Log Page.
 #include "simulator/NvmeExecutors.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The accessible maximum address of SATA drives, and the native one.
 #include "protocols/ata/CommandCodes.h"
 #include "simulator/AtaExecutors.h"
 

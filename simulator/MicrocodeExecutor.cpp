@@ -1,3 +1,4 @@
+// DOWNLOAD MICROCODE.
 #include "protocols/ata/CommandCodes.h"
 #include "simulator/AtaExecutors.h"
 #include "simulator/FirmwareImage.h"

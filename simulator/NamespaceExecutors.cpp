@@ -1,4 +1,7 @@
+// Namespace Management and Namespace Attachment.
 #include "simulator/NvmeExecutors.h"
+
+#include "simulator/TypicalDrives.h"
 
 #include <algorithm>
 
@@ -72,7 +75,10 @@ NvmeAnswer create(NvmeDrive& drive, const core::Payload& wanted) {
     }
 
     const Number128 capacity = wantedCapacity(drive, wanted);
-    NvmeNamespace made{drive.commonNamespace, {}};
+    // With an identifier of its own.
+    const std::uint32_t nsid = freeIdentifier(drive);
+    NvmeNamespace made = typicalNamespace(drive, nsid);
+    made.controllers.clear();
     protocols::writeNumber(made.identify, in::NSZE, readNumber(wanted, nm::NSZE));
     protocols::writeNumber(made.identify, in::NCAP, readNumber(wanted, nm::NCAP));
     protocols::writeNumber(made.identify, in::NUSE, 0);
@@ -83,9 +89,9 @@ NvmeAnswer create(NvmeDrive& drive, const core::Payload& wanted) {
     protocols::writeWideNumber(drive.identifyController, ic::UNVMCAP,
                                unallocatedCapacity(drive) - capacity);
     NvmeAnswer answer;
-    answer.dword0 = freeIdentifier(drive);
-    drive.namespaces.emplace(answer.dword0, made);
-    drive.changedNamespaces.insert(answer.dword0);
+    answer.dword0 = nsid;
+    drive.namespaces.emplace(nsid, made);
+    drive.changedNamespaces.insert(nsid);
     return answer;
 }
 

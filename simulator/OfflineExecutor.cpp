@@ -1,3 +1,4 @@
+// SMART EXECUTE OFF-LINE IMMEDIATE: off-line data collection and self-tests.
 #include "protocols/ata/CommandCodes.h"
 #include "protocols/ata/Smart.h"
 #include "simulator/AtaExecutors.h"

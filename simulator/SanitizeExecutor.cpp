@@ -1,3 +1,4 @@
+// The sanitize commands of SATA drives.
 #include "protocols/ata/CommandCodes.h"
 #include "simulator/AtaExecutors.h"
 

@@ -1,3 +1,4 @@
+// SCT Command Transport.
 #include "protocols/ata/DeviceStatistics.h"
 #include "protocols/ata/Sct.h"
 #include "protocols/ata/SctCodes.h"

@@ -1,3 +1,4 @@
+// The security commands of SATA drives.
 #include "protocols/ata/SecurityData.h"
 #include "simulator/AtaExecutors.h"
 

@@ -1,3 +1,4 @@
+// Device Self-test of NVMe drives.
 #include "simulator/NvmeExecutors.h"
 
 #include <algorithm>

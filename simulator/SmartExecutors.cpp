@@ -1,3 +1,4 @@
+// The SMART commands but for logs and self-tests.
 #include "protocols/ata/Checksum.h"
 #include "protocols/ata/CommandCodes.h"
 #include "protocols/ata/Smart.h"

@@ -1,3 +1,4 @@
+// What a healthy SATA drive is like.
 #include "protocols/ata/DeviceStatistics.h"
 #include "protocols/ata/IdentifyDevice.h"
 #include "protocols/ata/Sct.h"

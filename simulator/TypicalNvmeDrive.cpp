@@ -1,3 +1,4 @@
+// What a healthy NVMe drive and its namespaces are like.
 #include "protocols/norvo/Structures.h"
 #include "protocols/norvo/Vendor.h"
 #include "protocols/nvme/Structures.h"

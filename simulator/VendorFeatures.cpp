@@ -1,3 +1,4 @@
+// Setting the features that are Norvo's own.
 #include "protocols/norvo/Structures.h"
 #include "protocols/norvo/Vendor.h"
 #include "simulator/NvmeExecutors.h"

@@ -1,3 +1,4 @@
+// The log pages that are Norvo's own.
 #include "protocols/norvo/Structures.h"
 #include "protocols/norvo/Vendor.h"
 #include "simulator/NvmeExecutors.h"

@@ -132,5 +132,21 @@ TEST(FormatExecutor, AbortsASelfTest) {
     EXPECT_EQ(get(simulation.log(0x06, 564), 4, 1), 0x14U);
 }
 
+TEST(FormatExecutor, AbortsASelfTestOfWhatItFormatsOnly) {
+    struct Row {
+        std::uint32_t tested;
+        std::uint64_t running;
+    };
+
+    constexpr Row ROWS[] = {{0, 1}, {1, 0}, {2, 1}, {0xFFFFFFFF, 0}};
+    for (const Row& row : ROWS) {
+        SCOPED_TRACE(row.tested);
+        Simulation simulation;
+        simulation.drive.runningSelfTest = RunningSelfTest{1, row.tested, simulation.time};
+        EXPECT_EQ(simulation.status(format(0)), 0U);
+        EXPECT_EQ(get(simulation.log(0x06, 564), 0, 1), row.running);
+    }
+}
+
 }  // namespace
 }  // namespace orvel::simulator

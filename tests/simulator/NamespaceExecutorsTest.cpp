@@ -53,6 +53,21 @@ std::uint64_t unallocated(const Simulation& simulation) {
     return get(simulation.drive.identifyController, 296, 8);
 }
 
+TEST(NamespaceManagement, GivesEachNamespaceAWorldWideIdentifier) {
+    Simulation simulation;
+    simulation.drive.namespaces.clear();
+    put(simulation.drive.identifyController, 296, 0x1000000, 8);
+    simulation.run(create(), dataOf({0x800, 0x800, 1, 0, 1}));
+    simulation.run(create(), dataOf({0x800, 0x800, 1, 0, 1}));
+    ASSERT_EQ(simulation.drive.namespaces.size(), 2U);
+    const auto first = get(simulation.drive.namespaces.at(1).identify, 120, 8);
+    const auto second = get(simulation.drive.namespaces.at(2).identify, 120, 8);
+    EXPECT_NE(first, 0U);
+    EXPECT_NE(second, 0U);
+    EXPECT_NE(first, second);
+    EXPECT_TRUE(simulation.drive.namespaces.at(1).controllers.empty());
+}
+
 TEST(NamespaceManagement, CreatesWithTheLowestFreeIdentifier) {
     Simulation simulation;
     const auto result = simulation.run(create(), dataOf({0x800, 0x800, 1, 0, 1}));
