@@ -5,6 +5,7 @@
 #include "protocols/ata/AtaCommand.h"
 #include "protocols/ata/ReturnedTaskFile.h"
 #include "simulator/AtaDrive.h"
+#include "simulator/Clock.h"
 
 namespace orvel::simulator {
 

@@ -3,7 +3,6 @@
 
 #include "protocols/ata/AtaCommands.h"
 #include "protocols/ata/Structures.h"
-#include "simulator/NvmeDrive.h"
 #include "simulator/StoredBytes.h"
 
 #include <array>

@@ -1,6 +1,7 @@
 // The folder in which the simulated drives live between commands.
 #pragma once
 
+#include "simulator/Clock.h"
 #include "simulator/FileLock.h"
 #include "simulator/Fleet.h"
 

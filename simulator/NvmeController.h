@@ -4,6 +4,7 @@
 #include "core/Payload.h"
 #include "protocols/nvme/AdminCommand.h"
 #include "protocols/nvme/CompletionEntry.h"
+#include "simulator/Clock.h"
 #include "simulator/NvmeDrive.h"
 
 namespace orvel::simulator {

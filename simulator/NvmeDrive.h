@@ -9,7 +9,6 @@
 #include <chrono>
 #include <cstdint>
 #include <deque>
-#include <functional>
 #include <map>
 #include <optional>
 #include <set>
@@ -17,9 +16,6 @@
 #include <vector>
 
 namespace orvel::simulator {
-
-/// The time since a moment of the clock's choice; it never goes back.
-using Clock = std::function<std::chrono::milliseconds()>;
 
 struct NvmeNamespace {
     /// Size, format and so on stand in it.
