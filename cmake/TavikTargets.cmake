@@ -14,9 +14,7 @@ check_pie_supported()
 
 find_program(TAVIK_CCACHE ccache)
 if(TAVIK_CCACHE)
-    # What one checkout has compiled serves every other.
-    set(CMAKE_CXX_COMPILER_LAUNCHER "${CMAKE_COMMAND}" -E env
-        "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}" CCACHE_NOHASHDIR=1 "${TAVIK_CCACHE}")
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${TAVIK_CCACHE}")
 endif()
 
 set(Boost_USE_STATIC_LIBS ON)
