@@ -103,8 +103,8 @@ AtaController::Result makeResult(const TaskFile& fields, const AtaAnswer& answer
 
 /// Some commands have to follow right behind another one.
 void noteCommand(AtaDrive& drive, std::uint8_t code, bool isDone) {
-    drive.session.isErasePrepared = isDone && code == command_codes::SECURITY_ERASE_PREPARE;
-    drive.session.hasReadNativeMaxAddress =
+    drive.volatileState.isErasePrepared = isDone && code == command_codes::SECURITY_ERASE_PREPARE;
+    drive.volatileState.hasReadNativeMaxAddress =
         isDone && code == command_codes::READ_NATIVE_MAX_ADDRESS_EXT;
 }
 

@@ -69,7 +69,7 @@ struct AtaSettings {
 /// What a SATA drive knows of the last command only. It outlasts neither the end of those commands
 /// that belong together nor power, and doesn't make drives different: so that those who merely look
 /// at a drive don't change it.
-struct AtaSession {
+struct AtaVolatileState {
     bool isErasePrepared = false;          ///< it was SECURITY ERASE PREPARE
     bool hasReadNativeMaxAddress = false;  ///< it was READ NATIVE MAX ADDRESS EXT
     std::uint16_t sctExtendedStatus = 0;   ///< of the last SCT command
@@ -77,7 +77,7 @@ struct AtaSession {
     std::uint16_t sctFunction = 0;
     StoredBytes sctData;  ///< of the last SCT command, until it is read
 
-    bool operator==(const AtaSession& /*other*/) const { return true; }
+    bool operator==(const AtaVolatileState& /*other*/) const { return true; }
 };
 
 /// A plain record; a copy is a drive of its own. What stands in a structure that the drive shows is
@@ -100,9 +100,10 @@ struct AtaDrive {
     std::uint8_t selfTestOutcome = 0;      ///< the status that a test comes to, once the time is up
     std::uint64_t selfTestFailingLba = 0;  ///< of a test that fails
 
-    StoredBytes sctStatus{protocols::ata::sct_status::SIZE};  ///< without what `session` has of it
-    std::map<std::uint16_t, SctFeatureState> sctFeatures;     ///< by feature code
-    std::array<std::uint16_t, 2> recoveryTimers = {0, 0};     ///< read and write, units of 100 ms
+    StoredBytes sctStatus{
+        protocols::ata::sct_status::SIZE};  ///< without what `volatileState` has of it
+    std::map<std::uint16_t, SctFeatureState> sctFeatures;  ///< by feature code
+    std::array<std::uint16_t, 2> recoveryTimers = {0, 0};  ///< read and write, units of 100 ms
     std::array<std::uint16_t, 2> recoveryTimersAtPowerOn = {0, 0};
     std::deque<std::int8_t> temperatureHistory;  ///< degrees Celsius, newest first
 
@@ -118,7 +119,7 @@ struct AtaDrive {
     std::map<std::uint32_t, StoredBytes> downloadedMicrocode;  ///< pieces by offset in blocks
     std::string deferredRevision;  ///< firmware that waits for its activation; empty for none
 
-    AtaSession session;
+    AtaVolatileState volatileState;
 
     bool operator==(const AtaDrive&) const = default;
 };

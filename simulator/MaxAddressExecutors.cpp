@@ -61,7 +61,7 @@ AtaAnswer executeReadNativeMaxAddressExt(AtaDrive& drive, const AtaRequest& /*re
 
 AtaAnswer executeSetMaxAddressExt(AtaDrive& drive, const AtaRequest& request) {
     const bool outlastsPowerCycles = (request.fields.count & VALUE_VOLATILE) != 0;
-    if (!drive.session.hasReadNativeMaxAddress) return aborted();
+    if (!drive.volatileState.hasReadNativeMaxAddress) return aborted();
     if (request.fields.lba > drive.nativeMaxAddress) return aborted();
     if (outlastsPowerCycles && drive.hasMaxAddressBeenSet) return notFound();
     if (outlastsPowerCycles) {
@@ -78,7 +78,7 @@ void resetMaxAddress(AtaDrive& drive) {
     if (drive.maxAddressAtPowerOn) setAccessibleMaxAddress(drive, *drive.maxAddressAtPowerOn);
     drive.maxAddressAtPowerOn.reset();
     drive.hasMaxAddressBeenSet = false;
-    drive.session.hasReadNativeMaxAddress = false;
+    drive.volatileState.hasReadNativeMaxAddress = false;
     drive.isMaxAddressFrozen = false;
 }
 

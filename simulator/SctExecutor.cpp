@@ -224,7 +224,7 @@ SctAnswer readTable(AtaDrive& drive, const core::Payload& keyPage) {
     if (readNumber(keyPage, fields::TableID) != sct::TEMPERATURE_HISTORY_TABLE) {
         return {extended_status::INVALID_TABLE};
     }
-    drive.session.sctData = StoredBytes(makeTemperatureHistory(drive));
+    drive.volatileState.sctData = StoredBytes(makeTemperatureHistory(drive));
     return {};
 }
 
@@ -258,7 +258,7 @@ AtaAnswer toAnswer(const AtaDrive& drive, const SctAnswer& answer) {
     constexpr std::uint16_t BYTE = 0xFF;
     const bool isRefused = answer.status != extended_status::SUCCESS;
     const std::uint16_t word = isRefused ? answer.status : answer.value;
-    const core::Payload& data = drive.session.sctData;
+    const core::Payload& data = drive.volatileState.sctData;
     AtaAnswer result;
     result.error = isRefused ? error_bits::ABRT : std::uint8_t{0};
     result.count = word & BYTE;
@@ -283,39 +283,39 @@ core::Payload makeSctStatus(const AtaDrive& drive) {
     const core::Payload status = drive.sctStatus.copy();
     writeNumber(status, sct_status::DeviceState, state);
     writeNumber(status, sct_status::SmartStatus, smartStatus(drive));
-    writeNumber(status, sct_status::ExtendedStatusCode, drive.session.sctExtendedStatus);
-    writeNumber(status, sct_status::ActionCode, drive.session.sctAction);
-    writeNumber(status, sct_status::FunctionCode, drive.session.sctFunction);
+    writeNumber(status, sct_status::ExtendedStatusCode, drive.volatileState.sctExtendedStatus);
+    writeNumber(status, sct_status::ActionCode, drive.volatileState.sctAction);
+    writeNumber(status, sct_status::FunctionCode, drive.volatileState.sctFunction);
     return status;
 }
 
 AtaAnswer executeSct(AtaDrive& drive, const core::Payload& keyPage) {
-    drive.session.sctData = StoredBytes();
+    drive.volatileState.sctData = StoredBytes();
     const SctAnswer answer = execute(drive, keyPage);
-    drive.session.sctExtendedStatus = answer.status;
-    drive.session.sctAction =
+    drive.volatileState.sctExtendedStatus = answer.status;
+    drive.volatileState.sctAction =
         static_cast<std::uint16_t>(readNumber(keyPage, sct_data_table::ActionCode));
-    drive.session.sctFunction =
+    drive.volatileState.sctFunction =
         static_cast<std::uint16_t>(readNumber(keyPage, sct_data_table::FunctionCode));
     return toAnswer(drive, answer);
 }
 
 AtaAnswer readSctData(AtaDrive& drive, std::uint32_t pages) {
-    const core::Payload data = drive.session.sctData.copy();
+    const core::Payload data = drive.volatileState.sctData.copy();
     if (data.size() == 0 || data.size() != pages * BLOCK_SIZE) {
-        drive.session.sctData = StoredBytes();
+        drive.volatileState.sctData = StoredBytes();
         const SctAnswer refused{data.size() == 0 ? extended_status::NO_COMMAND_BEFORE_DATA
                                                  : extended_status::BLOCK_COUNT_OVERFLOW};
-        drive.session.sctExtendedStatus = refused.status;
+        drive.volatileState.sctExtendedStatus = refused.status;
         return toAnswer(drive, refused);
     }
-    drive.session.sctData = StoredBytes();
+    drive.volatileState.sctData = StoredBytes();
     return {.output = data};
 }
 
 void resetSct(AtaDrive& drive) {
     namespace fields = sct_status;
-    drive.session = AtaSession();
+    drive.volatileState = AtaVolatileState();
     drive.recoveryTimers = drive.recoveryTimersAtPowerOn;
     for (const auto& field : {fields::OverLimitCount, fields::UnderLimitCount})
         writeNumber(drive.sctStatus, field, 0);

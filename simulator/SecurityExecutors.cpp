@@ -102,7 +102,8 @@ AtaAnswer executeSecurityErasePrepare(AtaDrive& /*drive*/, const AtaRequest& /*r
 AtaAnswer executeSecurityEraseUnit(AtaDrive& drive, const AtaRequest& request) {
     AtaSecurity& security = drive.security;
     const auto wanted = readRequest(request.input);
-    if (!wanted || !drive.session.isErasePrepared || security.attemptsLeft == 0) return aborted();
+    if (!wanted || !drive.volatileState.isErasePrepared || security.attemptsLeft == 0)
+        return aborted();
     if (!isPasswordRight(security, *wanted)) return aborted();
     if (wanted->has(security_control::ENHANCED_ERASE) &&
         !supports(drive, id::word_128::ENHANCED_ERASE)) {
@@ -130,7 +131,7 @@ void resetSecurity(AtaDrive& drive) {
     security.isLocked = security.isEnabled;
     // A locked drive can't be frozen: nobody could unlock it.
     security.isFrozen = security.isFrozenAtPowerOn && !security.isLocked;
-    drive.session.isErasePrepared = false;
+    drive.volatileState.isErasePrepared = false;
     security.attemptsLeft = MOST_ATTEMPTS;
 }
 

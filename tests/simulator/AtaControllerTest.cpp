@@ -49,11 +49,11 @@ TEST(AtaController, RefusesCommandsWithoutTheCapability) {
         AtaSimulation simulation;
         // What these need besides the capability.
         simulation.drive.security.isEnabled = true;
-        simulation.drive.session.isErasePrepared = true;
+        simulation.drive.volatileState.isErasePrepared = true;
         put(simulation.drive.security.userPassword, 0, get(input, 2, 8), 8);
         put(simulation.drive.security.userPassword, 8, get(input, 10, 8), 8);
         put(simulation.drive.security.userPassword, 16, 0, 2);
-        simulation.drive.session.hasReadNativeMaxAddress = true;
+        simulation.drive.volatileState.hasReadNativeMaxAddress = true;
         AtaSimulation without;
         without.drive = simulation.drive;
         EXPECT_EQ(simulation.error(row.fields, input), 0U);
@@ -210,7 +210,7 @@ TEST(AtaController, AnswersAnyTaskFileOnAnyDrive) {
     full.selfTestOutcome = 0xFF;
     full.runningSelfTest = RunningAtaSelfTest{0xFF, std::chrono::hours(1)};
     full.temperatureHistory.assign(1000, -128);
-    full.session.sctData = StoredBytes(1000);
+    full.volatileState.sctData = StoredBytes(1000);
     for (std::uint32_t i = 0; i < 300; ++i) {
         full.phyEventCounters[static_cast<std::uint16_t>(i * 219)] = UINT64_MAX;
         full.deviceStatistics[static_cast<std::uint8_t>(i)] = page;

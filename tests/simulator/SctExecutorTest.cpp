@@ -58,7 +58,7 @@ TEST(SctStatus, IsNotPartOfWhatTheDriveKeeps) {
     const AtaDrive before = simulation.drive;
     EXPECT_EQ(simulation.extendedStatus({3, 2, 1}), 0U);
     EXPECT_EQ(simulation.extendedStatus({5, 1, 2}), 0U);
-    EXPECT_NE(core::Payload(simulation.drive.session.sctData).size(), 0U);
+    EXPECT_NE(core::Payload(simulation.drive.volatileState.sctData).size(), 0U);
     EXPECT_EQ(simulation.drive, before);
     EXPECT_EQ(simulation.drive.sctStatus, before.sctStatus);
 }

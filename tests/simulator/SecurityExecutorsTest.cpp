@@ -244,7 +244,7 @@ TEST(Security, ForbidsMuchWhileFrozen) {
     for (const TaskFile& fields :
          {SET_PASSWORD, UNLOCK, ERASE_PREPARE, ERASE_UNIT, DISABLE_PASSWORD}) {
         SCOPED_TRACE(static_cast<int>(fields.command));
-        simulation.drive.session.isErasePrepared = true;
+        simulation.drive.volatileState.isErasePrepared = true;
         EXPECT_EQ(simulation.error(fields, with(0x0000, "user")), 0x04U);
     }
     EXPECT_EQ(simulation.error(FREEZE_LOCK), 0U);

@@ -1,7 +1,7 @@
-// Sessions of the real tool with the real feature library and simulated drives: one test for each
-// file below `cases`, and one for each page of the documentation that has a session in it.
+// What is typed to the real tool with the real feature library and simulated drives, and what comes
+// back: one test for each file below `cases`, and one for the page that has such a transcript.
 //
-// Each session starts in an empty folder with the default fleet, or with the fleet of a file of
+// Each transcript starts in an empty folder with the default fleet, or with the fleet of a file of
 // the same name with `.json` at its end. `tavik` and the library lie in `build/try/installed`, as
 // they do for readers of the pages.
 #include "tests/transcripts/Transcript.h"

@@ -159,7 +159,7 @@ void NvmeSelfTest::runToEnd(Type type) {
     if (codeOf(result) != WITHOUT_ERROR) throw failure(wordsOf(result));
 }
 
-/// Other sessions may have to wait as long as this one does.
+/// Other processes may have to wait as long as this one does.
 Payload NvmeSelfTest::waitForEnd(std::uint8_t code, std::uint64_t minutes) {
     constexpr std::chrono::milliseconds BETWEEN_LOOKS{100};
     constexpr std::chrono::minutes WITHOUT_PROGRESS{3};  // a whole short test takes 2 at most
