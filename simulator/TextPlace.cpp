@@ -54,12 +54,13 @@ std::optional<std::uint64_t> parseNumber(std::string_view digits) {
 /// Digit by digit, because 16 bytes are more than what the standard library reads.
 std::optional<Number128> parseWideNumber(std::string_view digits, const Number128& most) {
     const int base = baseOf(digits);
+    const auto factor = static_cast<Number128>(base);
     if (digits.empty()) return {};
     Number128 value = 0;
     for (const char& digit : digits) {
         const auto next = parsed<unsigned>({&digit, 1}, base);
-        if (!next || *next > most || value > (most - *next) / base) return {};
-        value = value * base + *next;
+        if (!next || *next > most || value > (most - *next) / factor) return {};
+        value = value * factor + *next;
     }
     return value;
 }
