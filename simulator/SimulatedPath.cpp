@@ -61,6 +61,7 @@ SimulatedPath::SimulatedPath(std::string name, std::shared_ptr<FleetFolder> fold
     : CommandPath(nullptr, std::move(name)),
       folder(std::move(folder)),
       devicePath(std::move(devicePath)),
+      // Somebody who asked for a drive that answers late wants to see the tool wait.
       wait(wait ? std::move(wait) : [](milliseconds time) { std::this_thread::sleep_for(time); }) {
     setAsyncEngine(std::make_unique<SimulatedEngine>());
 }
