@@ -3,10 +3,10 @@
 #include "core/Device.h"
 #include "features/DeviceAttributes.h"
 #include "features/ProductIdentifiers.h"
+#include "interfaces/orveli/access/AtaAccess.h"
+#include "interfaces/orveli/access/DriveKind.h"
 #include "interfaces/orveli/identification/Identification.h"
 #include "interfaces/orveli/identification/NorvoProducts.h"
-#include "interfaces/orveli/jobs/AtaAccess.h"
-#include "interfaces/orveli/jobs/DriveJob.h"
 #include "protocols/ata/IdentifyDevice.h"
 #include "protocols/ata/Structures.h"
 #include "protocols/norvo/Structures.h"
@@ -163,21 +163,21 @@ void storeIdentifyData(Device& device, const Payload& data) {
 /// A refusal is no failure: a drive may keep the address to itself while it is locked.
 void storeNativeMaximum(Device& device) {
     if (!device.isSet(attributes::AccessibleMaxAddressSupported())) return;
-    const auto answer = jobs::ata_access::ask(device, ata::getNativeMaxAddressExt());
+    const auto answer = ata_access::ask(device, ata::getNativeMaxAddressExt());
     if (answer.returned.isSuccess()) {
         store(device, attributes::NativeMaxLBA(), answer.returned.lba);
     }
 }
 
 void identifyDrive(Device& device) {
-    storeIdentifyData(device, jobs::ata_access::identifyDevice(device));
+    storeIdentifyData(device, ata_access::identifyDevice(device));
     storeNativeMaximum(device);
 }
 
 }  // namespace
 
 Status AtaProtocolIdentifier::identify(Device& device) {
-    if (!jobs::isAta(device)) return {};
+    if (!isAta(device)) return {};
     store(device, attributes::ProductProtocol(),
           orvel::features::product_identifiers::norvo_ssd::protocols::ATA);
     return attempt(device, [&] { identifyDrive(device); });

@@ -4,10 +4,10 @@
 #include "core/Device.h"
 #include "features/DeviceAttributes.h"
 #include "features/ProductIdentifiers.h"
+#include "interfaces/orveli/access/DriveKind.h"
+#include "interfaces/orveli/access/NvmeAccess.h"
 #include "interfaces/orveli/identification/Identification.h"
 #include "interfaces/orveli/identification/NorvoProducts.h"
-#include "interfaces/orveli/jobs/DriveJob.h"
-#include "interfaces/orveli/jobs/NvmeAccess.h"
 #include "protocols/norvo/Structures.h"
 #include "protocols/nvme/Structures.h"
 
@@ -118,7 +118,7 @@ void storeController(Device& device, const Payload& data) {
 std::uint32_t firstNamespace(Device& device) {
     try {
         const auto list = nvme::readNamespaceList(
-            jobs::nvme_access::identify(device, nvme::cns::ACTIVE_NAMESPACE_LIST));
+            nvme_access::identify(device, nvme::cns::ACTIVE_NAMESPACE_LIST));
         return list.empty() ? 0 : list.front();
     } catch (const Status& status) {
         // Version 1.0 doesn't know the list.
@@ -161,18 +161,18 @@ void storeNativeMaximum(Device& device, std::uint32_t nsid, const Payload& contr
 }
 
 void identifyDrive(Device& device) {
-    const Payload data = jobs::nvme_access::identify(device, nvme::cns::CONTROLLER);
+    const Payload data = nvme_access::identify(device, nvme::cns::CONTROLLER);
     storeController(device, data);
     const std::uint32_t nsid = firstNamespace(device);
     if (nsid == 0) return;
-    storeNamespace(device, nsid, jobs::nvme_access::identify(device, nvme::cns::NAMESPACE, nsid));
+    storeNamespace(device, nsid, nvme_access::identify(device, nvme::cns::NAMESPACE, nsid));
     storeNativeMaximum(device, nsid, data);
 }
 
 }  // namespace
 
 Status NvmeProtocolIdentifier::identify(Device& device) {
-    if (!jobs::isNvme(device)) return {};
+    if (!isNvme(device)) return {};
     store(device, attributes::ProductProtocol(),
           orvel::features::product_identifiers::norvo_ssd::protocols::NVME);
     return attempt(device, [&] { identifyDrive(device); });

@@ -1,7 +1,7 @@
 #include "interfaces/orveli/jobs/AtaErase.h"
 
 #include "features/FeatureStatuses.h"
-#include "interfaces/orveli/jobs/AtaAccess.h"
+#include "interfaces/orveli/access/AtaAccess.h"
 #include "interfaces/orveli/jobs/StatusWords.h"
 #include "interfaces/orveli/jobs/TimeLimit.h"
 #include "protocols/ata/IdentifyDevice.h"

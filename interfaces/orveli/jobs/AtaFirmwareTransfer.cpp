@@ -1,7 +1,7 @@
 #include "interfaces/orveli/jobs/AtaFirmwareTransfer.h"
 
 #include "core/CoreStatuses.h"
-#include "interfaces/orveli/jobs/AtaAccess.h"
+#include "interfaces/orveli/access/AtaAccess.h"
 #include "interfaces/orveli/jobs/TimeLimit.h"
 #include "protocols/ata/IdentifyDevice.h"
 #include "protocols/ata/Structures.h"

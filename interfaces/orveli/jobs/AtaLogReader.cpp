@@ -2,7 +2,7 @@
 
 #include "core/CoreStatuses.h"
 #include "features/FeatureStatuses.h"
-#include "interfaces/orveli/jobs/AtaAccess.h"
+#include "interfaces/orveli/access/AtaAccess.h"
 #include "protocols/Field.h"
 #include "protocols/ata/AtaCommands.h"
 #include "protocols/ata/Logs.h"

@@ -2,7 +2,7 @@
 
 #include "core/CoreStatuses.h"
 #include "features/FeatureStatuses.h"
-#include "interfaces/orveli/jobs/AtaAccess.h"
+#include "interfaces/orveli/access/AtaAccess.h"
 #include "protocols/ata/DeviceStatistics.h"
 #include "protocols/ata/Structures.h"
 

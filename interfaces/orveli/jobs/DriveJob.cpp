@@ -7,8 +7,7 @@
 #include "features/DeviceAttributes.h"
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
-#include "protocols/ata/AtaCommand.h"
-#include "protocols/nvme/AdminCommand.h"
+#include "interfaces/orveli/access/DriveKind.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -188,14 +187,6 @@ void addPayload(XmlObject& parent, const core::Payload& bytes) {
     payload->setAttribute(tags::Category, categories::Payload);
     payload->setAttribute(tags::Value, core::strings::bytesToHex(bytes));
     parent.addObject(std::move(payload));
-}
-
-bool isNvme(const Device& device) {
-    return device.supportsCommandSet(protocols::nvme::ADMIN_COMMAND_SET);
-}
-
-bool isAta(const Device& device) {
-    return device.supportsCommandSet(protocols::ata::AtaCommand::COMMAND_SET);
 }
 
 void requireNoRaidMember(const Device& device) {

@@ -93,9 +93,6 @@ core::xml::XmlObject& addSection(core::xml::XmlObject& parent, const std::string
 /// Adds bytes that the user's side may save to a file.
 void addPayload(core::xml::XmlObject& parent, const core::Payload& bytes);
 
-bool isNvme(const core::Device& device);
-bool isAta(const core::Device& device);
-
 /// Throws 10/12 for a RAID member: whatever destroys data is not for one drive of a volume.
 void requireNoRaidMember(const core::Device& device);
 

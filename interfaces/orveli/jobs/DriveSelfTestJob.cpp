@@ -3,6 +3,7 @@
 #include "core/Strings.h"
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
+#include "interfaces/orveli/access/DriveKind.h"
 #include "interfaces/orveli/jobs/AtaSelfTest.h"
 #include "interfaces/orveli/jobs/NvmeSelfTest.h"
 

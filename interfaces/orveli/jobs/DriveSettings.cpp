@@ -3,9 +3,10 @@
 #include "features/DeviceAttributes.h"
 #include "features/FeatureStatuses.h"
 #include "features/JobProperties.h"
-#include "interfaces/orveli/jobs/AtaAccess.h"
+#include "interfaces/orveli/access/AtaAccess.h"
+#include "interfaces/orveli/access/DriveKind.h"
+#include "interfaces/orveli/access/NvmeAccess.h"
 #include "interfaces/orveli/jobs/DriveJob.h"
-#include "interfaces/orveli/jobs/NvmeAccess.h"
 #include "protocols/norvo/Vendor.h"
 #include "protocols/nvme/Features.h"
 

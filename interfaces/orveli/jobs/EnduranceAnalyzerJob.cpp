@@ -4,8 +4,9 @@
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
-#include "interfaces/orveli/jobs/AtaAccess.h"
-#include "interfaces/orveli/jobs/NvmeAccess.h"
+#include "interfaces/orveli/access/AtaAccess.h"
+#include "interfaces/orveli/access/DriveKind.h"
+#include "interfaces/orveli/access/NvmeAccess.h"
 #include "protocols/norvo/Vendor.h"
 
 namespace orvel::interfaces::orveli::jobs {

@@ -3,6 +3,7 @@
 #include "core/Strings.h"
 #include "features/DeviceAttributes.h"
 #include "features/FeatureStatuses.h"
+#include "interfaces/orveli/access/DriveKind.h"
 #include "interfaces/orveli/jobs/DriveJob.h"
 #include "interfaces/orveli/jobs/NvmeLogs.h"
 #include "interfaces/orveli/jobs/SmartAttributes.h"

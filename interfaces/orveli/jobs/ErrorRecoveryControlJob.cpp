@@ -3,7 +3,7 @@
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
-#include "interfaces/orveli/jobs/AtaAccess.h"
+#include "interfaces/orveli/access/AtaAccess.h"
 #include "interfaces/orveli/jobs/SettingWrites.h"
 #include "protocols/ata/Structures.h"
 

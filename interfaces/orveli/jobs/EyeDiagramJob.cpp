@@ -4,8 +4,8 @@
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
+#include "interfaces/orveli/access/NvmeAccess.h"
 #include "interfaces/orveli/jobs/FieldReport.h"
-#include "interfaces/orveli/jobs/NvmeAccess.h"
 #include "protocols/norvo/Structures.h"
 #include "protocols/norvo/Vendor.h"
 

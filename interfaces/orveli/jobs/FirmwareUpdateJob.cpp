@@ -6,6 +6,7 @@
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
+#include "interfaces/orveli/access/DriveKind.h"
 #include "interfaces/orveli/jobs/AtaFirmwareTransfer.h"
 #include "interfaces/orveli/jobs/NvmeFirmwareTransfer.h"
 #include "interfaces/orveli/jobs/StatusWords.h"

@@ -5,6 +5,7 @@
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
+#include "interfaces/orveli/access/DriveKind.h"
 #include "interfaces/orveli/jobs/AtaErase.h"
 #include "interfaces/orveli/jobs/NamespaceNumber.h"
 #include "interfaces/orveli/jobs/NumberText.h"

@@ -3,7 +3,7 @@
 #include "core/Strings.h"
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
-#include "interfaces/orveli/jobs/AtaAccess.h"
+#include "interfaces/orveli/access/AtaAccess.h"
 #include "interfaces/orveli/jobs/FieldReport.h"
 #include "protocols/ata/Logs.h"
 #include "protocols/ata/Structures.h"

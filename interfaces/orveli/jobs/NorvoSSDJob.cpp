@@ -6,10 +6,11 @@
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
-#include "interfaces/orveli/jobs/AtaAccess.h"
+#include "interfaces/orveli/access/AtaAccess.h"
+#include "interfaces/orveli/access/DriveKind.h"
+#include "interfaces/orveli/access/NvmeAccess.h"
 #include "interfaces/orveli/jobs/DriveSettings.h"
 #include "interfaces/orveli/jobs/EnduranceEstimate.h"
-#include "interfaces/orveli/jobs/NvmeAccess.h"
 #include "protocols/ata/Smart.h"
 #include "protocols/nvme/Structures.h"
 

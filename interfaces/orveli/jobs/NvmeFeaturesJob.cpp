@@ -3,7 +3,7 @@
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
-#include "interfaces/orveli/jobs/NvmeAccess.h"
+#include "interfaces/orveli/access/NvmeAccess.h"
 #include "interfaces/orveli/jobs/SettingWrites.h"
 #include "protocols/norvo/Vendor.h"
 #include "protocols/nvme/Features.h"

@@ -1,7 +1,7 @@
 #include "interfaces/orveli/jobs/NvmeFormat.h"
 
 #include "features/FeatureStatuses.h"
-#include "interfaces/orveli/jobs/NvmeAccess.h"
+#include "interfaces/orveli/access/NvmeAccess.h"
 #include "interfaces/orveli/jobs/NvmeBits.h"
 #include "interfaces/orveli/jobs/StatusWords.h"
 #include "interfaces/orveli/jobs/TimeLimit.h"

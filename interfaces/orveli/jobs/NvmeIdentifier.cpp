@@ -2,7 +2,7 @@
 
 #include "core/CoreStatuses.h"
 #include "features/FeatureStatuses.h"
-#include "interfaces/orveli/jobs/NvmeAccess.h"
+#include "interfaces/orveli/access/NvmeAccess.h"
 #include "protocols/nvme/Structures.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 
 #include "core/CoreStatuses.h"
 #include "features/DeviceAttributes.h"
-#include "interfaces/orveli/jobs/NvmeAccess.h"
+#include "interfaces/orveli/access/NvmeAccess.h"
 #include "protocols/nvme/Structures.h"
 
 namespace orvel::interfaces::orveli::jobs {

@@ -1,6 +1,6 @@
 #include "interfaces/orveli/jobs/NvmeSelfTest.h"
 
-#include "interfaces/orveli/jobs/NvmeAccess.h"
+#include "interfaces/orveli/access/NvmeAccess.h"
 #include "protocols/nvme/Structures.h"
 
 #include <algorithm>

@@ -3,6 +3,7 @@
 #include "features/DeviceAttributes.h"
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
+#include "interfaces/orveli/access/DriveKind.h"
 #include "interfaces/orveli/jobs/AtaReadings.h"
 #include "interfaces/orveli/jobs/NvmeLogs.h"
 #include "protocols/ata/DeviceStatistics.h"

@@ -3,7 +3,7 @@
 #include "core/Strings.h"
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
-#include "interfaces/orveli/jobs/AtaAccess.h"
+#include "interfaces/orveli/access/AtaAccess.h"
 #include "protocols/ata/AtaCommands.h"
 #include "protocols/ata/Checksum.h"
 #include "protocols/ata/PhyEventCounters.h"

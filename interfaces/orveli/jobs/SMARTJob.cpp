@@ -4,6 +4,7 @@
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
+#include "interfaces/orveli/access/DriveKind.h"
 #include "interfaces/orveli/jobs/NvmeLogs.h"
 #include "interfaces/orveli/jobs/SmartAttributes.h"
 #include "protocols/ata/Smart.h"

@@ -2,8 +2,8 @@
 
 #include "core/CoreStatuses.h"
 #include "features/FeatureStatuses.h"
-#include "interfaces/orveli/jobs/AtaAccess.h"
-#include "interfaces/orveli/jobs/NvmeAccess.h"
+#include "interfaces/orveli/access/AtaAccess.h"
+#include "interfaces/orveli/access/NvmeAccess.h"
 #include "interfaces/orveli/jobs/SettingJob.h"
 #include "protocols/nvme/Structures.h"
 

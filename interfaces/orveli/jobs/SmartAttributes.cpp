@@ -2,7 +2,7 @@
 
 #include "features/DeviceAttributes.h"
 #include "features/FeatureStatuses.h"
-#include "interfaces/orveli/jobs/AtaAccess.h"
+#include "interfaces/orveli/access/AtaAccess.h"
 #include "protocols/ata/Checksum.h"
 #include "protocols/ata/Smart.h"
 #include "protocols/ata/Structures.h"

@@ -2,7 +2,7 @@
 
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
-#include "interfaces/orveli/jobs/AtaAccess.h"
+#include "interfaces/orveli/access/AtaAccess.h"
 
 namespace orvel::interfaces::orveli::jobs {
 

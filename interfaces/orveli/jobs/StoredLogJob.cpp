@@ -2,6 +2,7 @@
 
 #include "core/CoreStatuses.h"
 #include "features/FeatureStatuses.h"
+#include "interfaces/orveli/access/DriveKind.h"
 #include "interfaces/orveli/jobs/AtaLogReader.h"
 #include "interfaces/orveli/jobs/NvmeLogReader.h"
 #include "protocols/norvo/Structures.h"

@@ -1,8 +1,8 @@
 #include "interfaces/orveli/identification/AtaProtocolIdentifier.h"
 
 #include "features/DeviceAttributes.h"
+#include "tests/interfaces/orveli/access/ScriptedDrive.h"
 #include "tests/interfaces/orveli/identification/AttributeLines.h"
-#include "tests/interfaces/orveli/jobs/ScriptedDrive.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +12,6 @@ namespace orvel::interfaces::orveli::identification {
 namespace {
 
 using core::Payload;
-using jobs::ScriptedDrive;
 namespace attributes = orvel::features::device_attributes;
 
 constexpr std::uint8_t IDENTIFY_DEVICE = 0xEC;
@@ -210,7 +209,7 @@ TEST(AtaProtocolIdentifier, AFailingIdentifyDeviceShowsInTheAttributes) {
         "ATA command reported a problem. IDENTIFY DEVICE: error register 0x04.";
 
     struct Row {
-        std::deque<jobs::Reply> replies;
+        std::deque<Reply> replies;
         std::string error;
         std::string code;
     };

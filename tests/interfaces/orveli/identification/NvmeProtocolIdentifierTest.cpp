@@ -1,8 +1,8 @@
 #include "interfaces/orveli/identification/NvmeProtocolIdentifier.h"
 
 #include "features/DeviceAttributes.h"
+#include "tests/interfaces/orveli/access/ScriptedDrive.h"
 #include "tests/interfaces/orveli/identification/AttributeLines.h"
-#include "tests/interfaces/orveli/jobs/ScriptedDrive.h"
 
 #include <gtest/gtest.h>
 
@@ -13,8 +13,6 @@ namespace orvel::interfaces::orveli::identification {
 namespace {
 
 using core::Payload;
-using jobs::Reply;
-using jobs::ScriptedDrive;
 namespace attributes = orvel::features::device_attributes;
 
 constexpr std::uint8_t IDENTIFY = 0x06;

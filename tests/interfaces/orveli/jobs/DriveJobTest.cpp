@@ -2,8 +2,8 @@
 
 #include "features/FeatureStatuses.h"
 #include "features/JobProperties.h"
+#include "tests/interfaces/orveli/access/ScriptedDrive.h"
 #include "tests/interfaces/orveli/jobs/AnswerLines.h"
-#include "tests/interfaces/orveli/jobs/ScriptedDrive.h"
 
 #include <gtest/gtest.h>
 
@@ -389,15 +389,6 @@ TEST(DriveJob, AddsPayloadsAsDigits) {
     addPayload(object, core::Payload(bytes, 2));
     EXPECT_EQ(xmlOf(object),
               R"(<Object><Object category="payload" value="0FA0"></Object></Object>)");
-}
-
-TEST(DriveJob, KnowsTheKindsOfDriveByTheirCommandSets) {
-    ScriptedDrive ata("ATA");
-    ScriptedDrive nvme("NVMe Admin");
-    EXPECT_TRUE(isAta(*ata.getDevice()));
-    EXPECT_FALSE(isNvme(*ata.getDevice()));
-    EXPECT_FALSE(isAta(*nvme.getDevice()));
-    EXPECT_TRUE(isNvme(*nvme.getDevice()));
 }
 
 TEST(DriveJob, RefusesRaidMembersWhereItMatters) {

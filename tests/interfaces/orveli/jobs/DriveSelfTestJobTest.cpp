@@ -1,7 +1,7 @@
 #include "interfaces/orveli/jobs/DriveSelfTestJob.h"
 
 #include "interfaces/orveli/jobs/TimeLimit.h"
-#include "tests/interfaces/orveli/jobs/ScriptedDrive.h"
+#include "tests/interfaces/orveli/access/ScriptedDrive.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "interfaces/orveli/jobs/IdentifyJob.h"
 
-#include "tests/interfaces/orveli/jobs/Bytes.h"
-#include "tests/interfaces/orveli/jobs/ScriptedDrive.h"
+#include "tests/interfaces/orveli/access/Bytes.h"
+#include "tests/interfaces/orveli/access/ScriptedDrive.h"
 
 #include <gtest/gtest.h>
 

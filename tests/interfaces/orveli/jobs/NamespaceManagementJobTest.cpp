@@ -1,6 +1,6 @@
 #include "interfaces/orveli/jobs/NamespaceManagementJob.h"
 
-#include "tests/interfaces/orveli/jobs/ScriptedDrive.h"
+#include "tests/interfaces/orveli/access/ScriptedDrive.h"
 
 #include <gtest/gtest.h>
 

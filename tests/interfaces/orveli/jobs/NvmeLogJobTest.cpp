@@ -1,8 +1,8 @@
 #include "interfaces/orveli/jobs/NvmeLogJob.h"
 
 #include "interfaces/orveli/jobs/EyeDiagramJob.h"
-#include "tests/interfaces/orveli/jobs/Bytes.h"
-#include "tests/interfaces/orveli/jobs/ScriptedDrive.h"
+#include "tests/interfaces/orveli/access/Bytes.h"
+#include "tests/interfaces/orveli/access/ScriptedDrive.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "interfaces/orveli/jobs/SMARTJob.h"
 
+#include "tests/interfaces/orveli/access/ScriptedDrive.h"
+#include "tests/interfaces/orveli/access/WrittenStructures.h"
 #include "tests/interfaces/orveli/jobs/AnswerLines.h"
-#include "tests/interfaces/orveli/jobs/ScriptedDrive.h"
-#include "tests/interfaces/orveli/jobs/WrittenStructures.h"
 
 #include <gtest/gtest.h>
 

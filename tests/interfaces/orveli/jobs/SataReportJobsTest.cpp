@@ -1,7 +1,7 @@
 #include "interfaces/orveli/jobs/HdaTemperatureJob.h"
 #include "interfaces/orveli/jobs/PhyCountersJob.h"
-#include "tests/interfaces/orveli/jobs/Bytes.h"
-#include "tests/interfaces/orveli/jobs/ScriptedDrive.h"
+#include "tests/interfaces/orveli/access/Bytes.h"
+#include "tests/interfaces/orveli/access/ScriptedDrive.h"
 
 #include <gtest/gtest.h>
 

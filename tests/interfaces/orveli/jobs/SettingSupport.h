@@ -2,7 +2,7 @@
 #pragma once
 
 #include "core/Strings.h"
-#include "tests/interfaces/orveli/jobs/ScriptedDrive.h"
+#include "tests/interfaces/orveli/access/ScriptedDrive.h"
 
 #include <gtest/gtest.h>
 

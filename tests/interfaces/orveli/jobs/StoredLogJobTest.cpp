@@ -4,8 +4,8 @@
 #include "interfaces/orveli/jobs/EventLogJob.h"
 #include "interfaces/orveli/jobs/GplJob.h"
 #include "interfaces/orveli/jobs/NlogJob.h"
-#include "tests/interfaces/orveli/jobs/Bytes.h"
-#include "tests/interfaces/orveli/jobs/ScriptedDrive.h"
+#include "tests/interfaces/orveli/access/Bytes.h"
+#include "tests/interfaces/orveli/access/ScriptedDrive.h"
 
 #include <gtest/gtest.h>
 

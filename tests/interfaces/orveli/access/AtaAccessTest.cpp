@@ -1,13 +1,13 @@
-#include "interfaces/orveli/jobs/AtaAccess.h"
+#include "interfaces/orveli/access/AtaAccess.h"
 
-#include "tests/interfaces/orveli/jobs/ScriptedDrive.h"
-#include "tests/interfaces/orveli/jobs/WrittenStructures.h"
+#include "tests/interfaces/orveli/access/ScriptedDrive.h"
+#include "tests/interfaces/orveli/access/WrittenStructures.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
 
-namespace orvel::interfaces::orveli::jobs {
+namespace orvel::interfaces::orveli {
 namespace {
 
 namespace ata = protocols::ata;
@@ -140,4 +140,4 @@ TEST(AtaAccess, SetsAnSctFeatureForGood) {
 }
 
 }  // namespace
-}  // namespace orvel::interfaces::orveli::jobs
+}  // namespace orvel::interfaces::orveli

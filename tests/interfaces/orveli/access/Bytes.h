@@ -10,7 +10,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace orvel::interfaces::orveli::jobs {
+namespace orvel::interfaces::orveli {
 
 /// Bytes as hexadecimal digits at an offset.
 struct Part {
@@ -38,4 +38,4 @@ inline std::string repeated(const std::string& digits, std::size_t count) {
     return text;
 }
 
-}  // namespace orvel::interfaces::orveli::jobs
+}  // namespace orvel::interfaces::orveli

@@ -24,7 +24,7 @@
 #include <utility>
 #include <vector>
 
-namespace orvel::interfaces::orveli::jobs {
+namespace orvel::interfaces::orveli {
 
 /// What a drive answers: its words, its data, or the status of a path that can't reach it.
 struct Reply {
@@ -205,4 +205,4 @@ inline Outcome runJob(Job& job, const std::string& request, const core::Device::
     return outcome;
 }
 
-}  // namespace orvel::interfaces::orveli::jobs
+}  // namespace orvel::interfaces::orveli

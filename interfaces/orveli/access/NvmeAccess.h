@@ -8,7 +8,7 @@
 
 #include <cstdint>
 
-namespace orvel::interfaces::orveli::jobs::nvme_access {
+namespace orvel::interfaces::orveli::nvme_access {
 
 struct Answer {
     protocols::nvme::CompletionEntry completion;
@@ -36,4 +36,4 @@ core::Payload logPage(core::Device& device, const protocols::nvme::LogPageReques
 /// The feature's dword. As `send`.
 std::uint32_t feature(core::Device& device, const protocols::nvme::FeatureRequest& request);
 
-}  // namespace orvel::interfaces::orveli::jobs::nvme_access
+}  // namespace orvel::interfaces::orveli::nvme_access

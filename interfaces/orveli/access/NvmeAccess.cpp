@@ -1,9 +1,9 @@
-#include "interfaces/orveli/jobs/NvmeAccess.h"
+#include "interfaces/orveli/access/NvmeAccess.h"
 
 #include "core/CommandResult.h"
 #include "core/CoreStatuses.h"
 
-namespace orvel::interfaces::orveli::jobs::nvme_access {
+namespace orvel::interfaces::orveli::nvme_access {
 
 using core::Payload;
 using core::Status;
@@ -56,4 +56,4 @@ std::uint32_t feature(core::Device& device, const FeatureRequest& request) {
     return send(device, getFeatures(request)).completion.dword0;
 }
 
-}  // namespace orvel::interfaces::orveli::jobs::nvme_access
+}  // namespace orvel::interfaces::orveli::nvme_access

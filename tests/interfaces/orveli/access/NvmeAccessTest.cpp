@@ -1,13 +1,13 @@
-#include "interfaces/orveli/jobs/NvmeAccess.h"
+#include "interfaces/orveli/access/NvmeAccess.h"
 
-#include "tests/interfaces/orveli/jobs/ScriptedDrive.h"
-#include "tests/interfaces/orveli/jobs/WrittenStructures.h"
+#include "tests/interfaces/orveli/access/ScriptedDrive.h"
+#include "tests/interfaces/orveli/access/WrittenStructures.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
 
-namespace orvel::interfaces::orveli::jobs {
+namespace orvel::interfaces::orveli {
 namespace {
 
 namespace nvme = protocols::nvme;
@@ -117,4 +117,4 @@ TEST(NvmeAccess, ReadsTheDwordOfAFeature) {
 }
 
 }  // namespace
-}  // namespace orvel::interfaces::orveli::jobs
+}  // namespace orvel::interfaces::orveli

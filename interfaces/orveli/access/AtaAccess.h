@@ -9,7 +9,7 @@
 
 #include <cstdint>
 
-namespace orvel::interfaces::orveli::jobs::ata_access {
+namespace orvel::interfaces::orveli::ata_access {
 
 struct Answer {
     protocols::ata::ReturnedTaskFile returned;
@@ -48,4 +48,4 @@ std::uint16_t sctFeature(core::Device& device, protocols::ata::sct::Feature feat
 /// Sets it so that it outlasts power cycles.
 void setSctFeature(core::Device& device, protocols::ata::sct::Feature feature, std::uint16_t state);
 
-}  // namespace orvel::interfaces::orveli::jobs::ata_access
+}  // namespace orvel::interfaces::orveli::ata_access

@@ -1,4 +1,4 @@
-#include "interfaces/orveli/jobs/AtaAccess.h"
+#include "interfaces/orveli/access/AtaAccess.h"
 
 #include "core/CommandResult.h"
 #include "core/CoreStatuses.h"
@@ -6,7 +6,7 @@
 #include "features/FeatureStatuses.h"
 #include "protocols/ata/IdentifyDevice.h"
 
-namespace orvel::interfaces::orveli::jobs::ata_access {
+namespace orvel::interfaces::orveli::ata_access {
 
 using core::Payload;
 using core::Status;
@@ -81,4 +81,4 @@ void setSctFeature(core::Device& device, sct::Feature feature, std::uint16_t sta
     sct(device, sct::setFeature(feature, state, sct::FeatureLifetime::OVER_POWER_OFF));
 }
 
-}  // namespace orvel::interfaces::orveli::jobs::ata_access
+}  // namespace orvel::interfaces::orveli::ata_access

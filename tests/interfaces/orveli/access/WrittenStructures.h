@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <initializer_list>
 
-namespace orvel::interfaces::orveli::jobs {
+namespace orvel::interfaces::orveli {
 
 /// Bytes that stand somewhere in a structure.
 struct BytesAt {
@@ -35,4 +35,4 @@ inline core::Payload checkedStructure(std::initializer_list<BytesAt> parts) {
     return bytes;
 }
 
-}  // namespace orvel::interfaces::orveli::jobs
+}  // namespace orvel::interfaces::orveli
