@@ -35,7 +35,7 @@ TEST(DriveRequest, SelectsTheDeviceThatTheTargetMeans) {
     const Row rows[] = {
         {"1", "Index", "1"},
         {"0000", "Index", "0000"},
-        {"CVFT1234ABCD", "SerialNumber", "CVFT1234ABCD"},
+        {"NX451234ABCD", "SerialNumber", "NX451234ABCD"},
         {"-1", "SerialNumber", "-1"},
         {"1,2", "SerialNumber", "1,2"},
         {" ", "SerialNumber", " "},

@@ -106,7 +106,7 @@ TEST(DriveTarget, AcceptsAnIndexAPathOrASerialNumberInForm) {
         {"SERIALPHYSICALDRIVE", nullptr, "SERIALPHYSICALDRIVE"},
         {std::string(80, 'x') + "PhysicalDrive1", nullptr, std::string(80, 'X') + "PHYSICALDRIVE1"},
 
-        {"cvft1234abcd", nullptr, "CVFT1234ABCD"},
+        {"nx451234abcd", nullptr, "NX451234ABCD"},
         {"-1", nullptr, "-1"},
         {"1.5", nullptr, "1.5"},
         {"0x1F", nullptr, "0X1F"},
@@ -142,7 +142,7 @@ TEST(DriveTarget, TellsTheKindsApart) {
     EXPECT_EQ(kindOfTarget("PHYSICALDRIVE1"), TargetKind::path);
     EXPECT_EQ(kindOfTarget("physicaldrive1"), TargetKind::path);
     EXPECT_EQ(kindOfTarget("SNPHYSICALDRIVE"), TargetKind::path);
-    EXPECT_EQ(kindOfTarget("CVFT1234"), TargetKind::serialNumber);
+    EXPECT_EQ(kindOfTarget("NX451234"), TargetKind::serialNumber);
     EXPECT_EQ(kindOfTarget("-1"), TargetKind::serialNumber);
     EXPECT_EQ(kindOfTarget(""), TargetKind::serialNumber);
 }

@@ -25,12 +25,12 @@ TEST(StructureBytes, OfIdentifyControllerAreReadInFull) {
     using namespace identify_controller;
     const Payload structure = payloadWith(
         4096, {
-                  {0, "\x86\x80"},
+                  {0, "\xFE\xFF"},
                   {2, "\x34\x12"},
-                  {4, "PHNV0123456789      "},
-                  {24, "NORVO SSDPE2KX040T8                     "},
-                  {64, "VDV10131"},
-                  {73, "\xE4\xD2\x5C"},
+                  {4, "NX450123456789      "},
+                  {24, "NORVO NX4510-4T8                        "},
+                  {64, "NXA10131"},
+                  {73, "\x56\x4E\x02"},
                   {77, "\x05"},
                   {78, "\x02\x01"},
                   {80, std::string("\x00\x04\x01\x00", 4)},
@@ -54,13 +54,13 @@ TEST(StructureBytes, OfIdentifyControllerAreReadInFull) {
                   {4095, "\xBB"},
               });
     expectTexts(structure, {
-                               {VID, "32902"},
+                               {VID, "65534"},
                                {SSVID, "4660"},
-                               {SN, "PHNV0123456789"},
-                               {MN, "NORVO SSDPE2KX040T8"},
-                               {FR, "VDV10131"},
+                               {SN, "NX450123456789"},
+                               {MN, "NORVO NX4510-4T8"},
+                               {FR, "NXA10131"},
                                {RAB, "0"},
-                               {IEEE, "6083300"},
+                               {IEEE, "151126"},
                                {MDTS, "5"},
                                {CNTLID, "258"},
                                {VER, "66560"},
@@ -140,7 +140,7 @@ TEST(StructureBytes, OfIdentifyNamespaceAreReadInFull) {
                   {63, "\x80"},
                   {92, "\x04\x03\x02\x01"},
                   {104, "\x01\x02\x03\x04\x05\x06\x07\x08\x09\x0A\x0B\x0C\x0D\x0E\x0F\x10"},
-                  {120, "\x5C\xD2\xE4\x01\x02\x03\x04\x05"},
+                  {120, "\x02\x4E\x56\x01\x02\x03\x04\x05"},
                   {128, std::string("\x00\x00\x09\x02", 4)},
                   {132, std::string("\x08\x00\x0C\x00", 4)},
                   {188, "\x40\x01\x0C\x03"},
@@ -153,7 +153,7 @@ TEST(StructureBytes, OfIdentifyNamespaceAreReadInFull) {
                                {NVMCAP, "170141183460469231731687303715884105728"},
                                {ANAGRPID, "16909060"},
                                {NGUID, "0102030405060708090A0B0C0D0E0F10"},
-                               {EUI64, "5CD2E40102030405"},
+                               {EUI64, "024E560102030405"},
                            });
     EXPECT_EQ(readBits(structure, FLBAS, flbas::FORMAT), 1U);
     EXPECT_EQ(readBits(structure, FLBAS, flbas::METADATA_AT_END), 1U);
@@ -251,11 +251,11 @@ TEST(StructureBytes, OfErrorInformationAreReadEntryByEntry) {
 TEST(StructureBytes, OfFirmwareSlotsAreReadByNameAndBySlot) {
     using namespace firmware_slot_log;
     const Payload log =
-        payloadWith(512, {{0, "\x21"}, {8, "VDV10131"}, {16, "VDV10150"}, {56, "LAST    "}});
+        payloadWith(512, {{0, "\x21"}, {8, "NXA10131"}, {16, "NXA10150"}, {56, "LAST    "}});
     EXPECT_EQ(readBits(log, AFI, afi::ACTIVE_SLOT), 1U);
     EXPECT_EQ(readBits(log, AFI, afi::NEXT_SLOT), 2U);
-    expectTexts(log, {{FRS1, "VDV10131"}, {FRS2, "VDV10150"}, {FRS3, ""}, {FRS7, "LAST"}});
-    EXPECT_EQ(readEntry(log, SLOTS, 1), payloadWith(8, {{0, "VDV10150"}}));
+    expectTexts(log, {{FRS1, "NXA10131"}, {FRS2, "NXA10150"}, {FRS3, ""}, {FRS7, "LAST"}});
+    EXPECT_EQ(readEntry(log, SLOTS, 1), payloadWith(8, {{0, "NXA10150"}}));
 }
 
 TEST(StructureBytes, OfTheSelfTestLogAreReadResultByResult) {
@@ -311,12 +311,12 @@ TEST(StructureBytes, OfCommandEffectsAreReadByOpcode) {
 
 TEST(StructureBytes, AreWrittenByWhoeverMakesStructuresUp) {
     const Payload structure(4096);
-    writeText(structure, identify_controller::SN, "PHNV1");
+    writeText(structure, identify_controller::SN, "NX451");
     writeBits(structure, identify_controller::VER, version::MJR, 1);
     writeBits(structure, identify_controller::VER, version::MNR, 3);
     const Field power = fieldOf(identify_controller::POWER_STATES, 2, power_state_descriptor::MP);
     writeNumber(structure, power, 2500);
-    EXPECT_EQ(structure, payloadWith(4096, {{4, "PHNV1               "},
+    EXPECT_EQ(structure, payloadWith(4096, {{4, "NX451               "},
                                             {81, std::string("\x03\x01", 2)},
                                             {2112, "\xC4\x09"}}));
 }

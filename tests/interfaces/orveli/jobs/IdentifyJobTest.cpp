@@ -63,9 +63,9 @@ std::string outputOf(const std::string& request, const ScriptedDrive& drive) {
 TEST(IdentifyJob, ShowsAControllersDataUnlessToldOtherwise) {
     ScriptedDrive drive("NVMe Admin");
     drive.onNvme(IDENTIFY, 0x01,
-                 {{.data = bytesOf(4096, {{0, "8680"},
+                 {{.data = bytesOf(4096, {{0, "FEFF"},
                                           {4, "4E5658343531302020"},
-                                          {73, "E4D25C"},
+                                          {73, "564E02"},
                                           {77, "05"},
                                           {80, "00040100"},
                                           {256, "1E00"},
@@ -82,9 +82,9 @@ TEST(IdentifyJob, ShowsAControllersDataUnlessToldOtherwise) {
     const std::string output = outputOf(identify(), drive);
     expectParts(
         output,
-        {R"(<Property description="PCI Vendor ID" name="VID" value="0x8086"/>)",
+        {R"(<Property description="PCI Vendor ID" name="VID" value="0xFFFE"/>)",
          R"(<Property description="Serial Number" name="SN" value="NVX4510"/>)",
-         R"(<Property description="IEEE OUI Identifier" name="IEEE" value="0x5CD2E4"/>)",
+         R"(<Property description="IEEE OUI Identifier" name="IEEE" value="0x024E56"/>)",
          R"(<Property description="Maximum Data Transfer Size" name="MDTS" value="5"/>)",
          R"(<Property description="Version" name="VER" value="0x00010400"/>)",
          R"(<Property description="Tertiary Version Number" name="VER.TER" value="0"/>)",
