@@ -8,7 +8,7 @@
 
 namespace orvel::core {
 
-using Lock = boost::lock_guard<boost::mutex>;
+using Guard = boost::lock_guard<boost::mutex>;
 
 CommandHistory::CommandHistory(Contents contents)
     : maxSize(contents.maxSize),
@@ -19,14 +19,14 @@ CommandHistory::CommandHistory(const CommandHistory& other)
 
 CommandHistory& CommandHistory::operator=(const CommandHistory& other) {
     Contents contents = other.copyContents();
-    const Lock lock(mutex);
+    const Guard lock(mutex);
     maxSize = contents.maxSize;
     results.swap(contents.results);
     return *this;
 }
 
 CommandHistory::Contents CommandHistory::copyContents() const {
-    const Lock lock(mutex);
+    const Guard lock(mutex);
     return {maxSize, results};
 }
 
@@ -34,7 +34,7 @@ CommandHistory::Contents CommandHistory::copyContents() const {
 
 void CommandHistory::add(const CommandResult& result) {
     Results dropped;
-    const Lock lock(mutex);
+    const Guard lock(mutex);
     if (maxSize == 0) return;
     // The copy comes first: one that fails drops nothing.
     results.push_back(result);
@@ -43,7 +43,7 @@ void CommandHistory::add(const CommandResult& result) {
 
 void CommandHistory::setMaxSize(std::uint32_t size) {
     Results dropped;
-    const Lock lock(mutex);
+    const Guard lock(mutex);
     maxSize = size;
     keepNewest(maxSize, dropped);
 }
@@ -56,36 +56,36 @@ void CommandHistory::keepNewest(std::size_t count, Results& dropped) {
 }
 
 std::uint32_t CommandHistory::getMaxSize() const {
-    const Lock lock(mutex);
+    const Guard lock(mutex);
     return maxSize;
 }
 
 std::size_t CommandHistory::size() const {
-    const Lock lock(mutex);
+    const Guard lock(mutex);
     return results.size();
 }
 
 CommandResult CommandHistory::front() const {
-    const Lock lock(mutex);
+    const Guard lock(mutex);
     if (results.empty()) throw statuses::commandHistoryEmpty();
     return results.front();
 }
 
 CommandResult CommandHistory::back() const {
-    const Lock lock(mutex);
+    const Guard lock(mutex);
     if (results.empty()) throw statuses::commandHistoryEmpty();
     return results.back();
 }
 
 void CommandHistory::pop() {
     Results dropped;
-    const Lock lock(mutex);
+    const Guard lock(mutex);
     if (!results.empty()) keepNewest(results.size() - 1, dropped);
 }
 
 void CommandHistory::clear() {
     Results dropped;
-    const Lock lock(mutex);
+    const Guard lock(mutex);
     results.swap(dropped);
 }
 

@@ -28,7 +28,7 @@ struct CounterName {
     const char* name;
 };
 
-constexpr CounterName NAMES[] = {
+constexpr CounterName COUNTER_NAMES[] = {
 #define COUNTER(id, name) {id, name},
 #include "protocols/ata/tables/PhyEventCounters.def"
 };
@@ -78,9 +78,9 @@ core::Payload makePhyEventCounters(const std::vector<PhyEventCounter>& counters)
 
 const char* phyEventCounterName(std::uint16_t id) {
     if ((id & VENDOR_SPECIFIC) != 0) return "Vendor specific";
-    const auto* const row = std::find_if(std::begin(NAMES), std::end(NAMES),
+    const auto* const row = std::find_if(std::begin(COUNTER_NAMES), std::end(COUNTER_NAMES),
                                          [id](const auto& each) { return each.id == id; });
-    return row == std::end(NAMES) ? "Unknown counter" : row->name;
+    return row == std::end(COUNTER_NAMES) ? "Unknown counter" : row->name;
 }
 
 }  // namespace orvel::protocols::ata

@@ -16,7 +16,7 @@ struct AttributeName {
     const char* name;
 };
 
-constexpr AttributeName NAMES[] = {
+constexpr AttributeName ATTRIBUTE_NAMES[] = {
 #define ATTRIBUTE(id, name) {id, name},
 #include "protocols/ata/tables/SmartAttributeNames.def"
 };
@@ -42,9 +42,9 @@ SmartHealth smartHealth(const ReturnedTaskFile& returned) {
 }
 
 const char* smartAttributeName(std::uint8_t id) {
-    const auto* const row = std::find_if(std::begin(NAMES), std::end(NAMES),
+    const auto* const row = std::find_if(std::begin(ATTRIBUTE_NAMES), std::end(ATTRIBUTE_NAMES),
                                          [id](const auto& each) { return each.id == id; });
-    return row == std::end(NAMES) ? "Unknown Attribute" : row->name;
+    return row == std::end(ATTRIBUTE_NAMES) ? "Unknown Attribute" : row->name;
 }
 
 }  // namespace orvel::protocols::ata

@@ -14,7 +14,7 @@ namespace cli::framework {
 
 namespace {
 
-int lowered(char character) {
+int orderOf(char character) {
     return std::tolower(static_cast<unsigned char>(character));
 }
 
@@ -69,9 +69,9 @@ bool SortOption(const CommandRef& a, const CommandRef& b) {
     if (x == y) return false;
     const auto [inX, inY] =
         std::mismatch(x.begin(), x.end(), y.begin(), y.end(),
-                      [](char left, char right) { return lowered(left) == lowered(right); });
+                      [](char left, char right) { return orderOf(left) == orderOf(right); });
     if (inX == x.end() || inY == y.end()) return x.size() < y.size();
-    return lowered(*inX) > lowered(*inY);
+    return orderOf(*inX) > orderOf(*inY);
 }
 
 }  // namespace cli::framework
