@@ -540,7 +540,7 @@ TEST(FormatJob, TellsThePasswordThatItCannotTakeAway) {
     EXPECT_EQ(outcome.status.getMessage(),
               "Secure Erase Unit command failed. Reboot and try again. If error persists, consider "
               "using a DOS-based tool for Secure Erase. The drive has kept the user password "
-              "\"tavik\", which was set for the erase.");
+              "'tavik', which was set for the erase.");
 }
 
 TEST(FormatJob, MeetsNoDriveThatNobodyNamed) {
