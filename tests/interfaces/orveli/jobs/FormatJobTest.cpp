@@ -14,9 +14,8 @@ using std::chrono::milliseconds;
 constexpr std::uint8_t IDENTIFY = 0x06;
 constexpr std::uint8_t FORMAT_NVM = 0x80;
 constexpr const char* SUCCESS =
-    R"(<Object><Object key="SERIAL1" name="Format"><Object category="status">)"
-    R"(<Property name="Category" value="0"/><Property name="Code" value="0"/>)"
-    R"(<Property name="Message" value="Completed successfully."/></Object></Object></Object>)";
+    R"(<Object><Object key="SERIAL1" name="Format">)"
+    R"(<Property name="Status" value="Completed successfully."/></Object></Object>)";
 
 /// `arguments` as "Name=value" each.
 Outcome run(
