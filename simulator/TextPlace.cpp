@@ -15,11 +15,15 @@ namespace {
 
 constexpr std::size_t PAIR = 2;
 
-/// What a message has of foreign text: one line of moderate length.
+/// What a message has of foreign text: one line of moderate length, which can stand in JSON, where
+/// nothing of a message gets escaped.
 std::string shortened(std::string_view text) {
     constexpr std::size_t LONGEST = 40;
     std::string shown(text.substr(0, LONGEST));
-    std::replace_if(shown.begin(), shown.end(), core::strings::isNotAscii, '.');
+    const auto isUnfit = [](char character) {
+        return character == '"' || character == '\\' || core::strings::isNotAscii(character);
+    };
+    std::replace_if(shown.begin(), shown.end(), isUnfit, '.');
     if (text.size() > LONGEST) shown += "...";
     return shown;
 }
@@ -170,7 +174,7 @@ void TextPlace::failValue(const std::string& expected) const {
     } else if (looksLikeNumber(tree.data())) {
         value = shortened(tree.data());
     } else {
-        value = '"' + shortened(tree.data()) + '"';
+        value = '\'' + shortened(tree.data()) + '\'';
     }
     fail(expected + " was expected, not " + value);
 }

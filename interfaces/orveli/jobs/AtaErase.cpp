@@ -168,8 +168,8 @@ void AtaErase::prepareAndErase(EraseMode mode) {
 Status AtaErase::withoutPassword(const Status& failure) {
     const auto data = disablePasswordData(PasswordKind::USER, password());
     if (isDone(device, securityDisablePassword(), data)) return failure;
-    return withWords(failure, "The drive has kept the user password \"" + std::string(PASSWORD) +
-                                  "\", which was set for the erase.");
+    return withWords(failure, "The drive has kept the user password '" + std::string(PASSWORD) +
+                                  "', which was set for the erase.");
 }
 
 }  // namespace orvel::interfaces::orveli::jobs

@@ -26,6 +26,12 @@ namespace categories = core::xml::categories;
 
 namespace {
 
+/// A key becomes part of a file's name, and a JSON name, where nothing is escaped.
+bool isUnfitForKey(char character) {
+    return character == '/' || character == '\\' || character == '"' ||
+           core::strings::isNotAscii(character);
+}
+
 bool isSuccess(const Status& status) {
     return status == core::statuses::completedSuccessfully();
 }
@@ -90,8 +96,11 @@ Status DriveJob::reportEach(std::unique_ptr<XmlElement>& response) {
         XmlObject& drive = addSection(*output, title, keyOf(*device));
         Status status = reportOne(*device, drive);
         if (!isSuccess(status) && isMethod && getDevices().size() == 1) return status;
-        const bool isBare = drive.getProperties().empty() && drive.getObjects().empty();
-        if (!isSuccess(status) || isBare) drive.addObject(core::XmlConverter::toXml(status));
+        if (!isSuccess(status)) {
+            drive.addObject(core::XmlConverter::toXml(status));
+        } else if (drive.getProperties().empty() && drive.getObjects().empty()) {
+            drive.addValue("Status", status.getMessage());
+        }
     }
     response = std::move(output);
     return {};
@@ -117,7 +126,9 @@ Status DriveJob::set(Device&, const core::Attribute&) {
 }
 
 std::string DriveJob::keyOf(const Device& device) const {
-    return device.readText(features::device_attributes::SerialNumber());
+    std::string key = device.readText(features::device_attributes::SerialNumber());
+    std::replace_if(key.begin(), key.end(), isUnfitForKey, '_');
+    return key;
 }
 
 std::optional<std::string> DriveJob::findArgument(const core::Attribute& descriptor) const {

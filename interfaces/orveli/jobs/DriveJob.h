@@ -41,7 +41,7 @@ protected:
     ///
     /// A failure goes into the drive's object as a status object. But a method that fails for its
     /// only drive returns the status and no answer, which is how a method tells of failure. A drive
-    /// with nothing to report gets the status of success.
+    /// with nothing to report gets the words of success as its property "Status".
     core::Status reportEach(std::unique_ptr<core::xml::XmlElement>& response);
 
     /// As `reportEach`, for what must not meet a drive that nobody named: 10/5 if the request has
@@ -56,6 +56,7 @@ protected:
     virtual core::Status set(core::Device& device, const core::Attribute& property);
 
     /// What the object of a drive is known by: its serial number, unless a job has another key.
+    /// Characters that a file's name or a JSON text can't have are "_".
     virtual std::string keyOf(const core::Device& device) const;
 
     /// The text of a property of the request's root, of two with one name the last; nothing if

@@ -107,6 +107,14 @@ TEST(DriveJob, MakesAnObjectForEachDriveByItsSerialNumber) {
               R"(name="Name" value="Value"/></Object></Object>)");
 }
 
+TEST(DriveJob, AKeyCanStandInAFileNameAndInJson) {
+    ScriptedDrive drive("ATA", "../A\"B\\C\x7F");
+    SampleJob job;
+    job.action = &reportName;
+    EXPECT_EQ(answerLines(runJob(job, METHOD, {drive.getDevice()}).output),
+              "[Sample Report .._A_B_C_]\n Name=Value\n");
+}
+
 TEST(DriveJob, AJobMayHaveAKeyOfItsOwn) {
     ScriptedDrive drive("ATA", "ONE");
     SampleJob job;
@@ -182,17 +190,14 @@ TEST(DriveJob, APropertyRequestThatFailsTellsSoInTheDrivesObject) {
                                                                          "  Message=No data.\n");
 }
 
-TEST(DriveJob, ADriveWithNothingToReportGetsTheStatusOfSuccess) {
+TEST(DriveJob, ADriveWithNothingToReportGetsTheWordsOfSuccess) {
     ScriptedDrive drive("ATA", "ONE");
     SampleJob job;
     job.action = [](const SampleJob&, core::xml::XmlObject&) { return successWith("All done."); };
     const Outcome outcome = runJob(job, METHOD, {drive.getDevice()});
     EXPECT_EQ(outcome.status, core::Status());
     EXPECT_EQ(answerLines(outcome.output), "[Sample Report ONE]\n"
-                                           " [ status]\n"
-                                           "  Category=0\n"
-                                           "  Code=0\n"
-                                           "  Message=All done.\n");
+                                           " Status=All done.\n");
 }
 
 TEST(DriveJob, ADriveWithASectionAloneIsNotBare) {

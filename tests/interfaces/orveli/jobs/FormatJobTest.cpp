@@ -14,9 +14,8 @@ using std::chrono::milliseconds;
 constexpr std::uint8_t IDENTIFY = 0x06;
 constexpr std::uint8_t FORMAT_NVM = 0x80;
 constexpr const char* SUCCESS =
-    R"(<Object><Object key="SERIAL1" name="Format"><Object category="status">)"
-    R"(<Property name="Category" value="0"/><Property name="Code" value="0"/>)"
-    R"(<Property name="Message" value="Completed successfully."/></Object></Object></Object>)";
+    R"(<Object><Object key="SERIAL1" name="Format">)"
+    R"(<Property name="Status" value="Completed successfully."/></Object></Object>)";
 
 /// `arguments` as "Name=value" each.
 Outcome run(
@@ -540,7 +539,7 @@ TEST(FormatJob, TellsThePasswordThatItCannotTakeAway) {
     EXPECT_EQ(outcome.status.getMessage(),
               "Secure Erase Unit command failed. Reboot and try again. If error persists, consider "
               "using a DOS-based tool for Secure Erase. The drive has kept the user password "
-              "\"tavik\", which was set for the erase.");
+              "'tavik', which was set for the erase.");
 }
 
 TEST(FormatJob, MeetsNoDriveThatNobodyNamed) {

@@ -14,9 +14,8 @@ constexpr std::uint8_t IDENTIFY = 0x06;
 constexpr std::uint8_t MANAGEMENT = 0x0D;
 constexpr std::uint8_t ATTACHMENT = 0x15;
 constexpr const char* SUCCESS =
-    R"(<Object><Object key="SERIAL1" name="Namespace Management"><Object category="status">)"
-    R"(<Property name="Category" value="0"/><Property name="Code" value="0"/>)"
-    R"(<Property name="Message" value="Completed successfully."/></Object></Object></Object>)";
+    R"(<Object><Object key="SERIAL1" name="Namespace Management">)"
+    R"(<Property name="Status" value="Completed successfully."/></Object></Object>)";
 
 Outcome run(ScriptedDrive& drive, const Arguments& arguments) {
     std::string request = R"(<Object name="NamespaceManagement" type="Method">)";

@@ -16,10 +16,8 @@ TEST(StandbyImmediateJob, SendsTheCommandAndReportsSuccess) {
     ScriptedDrive drive("ATA");
     drive.onAta(0xE0, 0, 0, {{}});
     EXPECT_EQ(run(drive).output,
-              R"(<Object><Object key="SERIAL1" name="Standby Immediate"><Object )"
-              R"(category="status"><Property name="Category" value="0"/><Property name="Code" )"
-              R"(value="0"/><Property name="Message" value="Completed successfully."/></Object>)"
-              R"(</Object></Object>)");
+              R"(<Object><Object key="SERIAL1" name="Standby Immediate">)"
+              R"(<Property name="Status" value="Completed successfully."/></Object></Object>)");
     ASSERT_EQ(drive.sentAta().size(), 1U);
     EXPECT_EQ(drive.sentAta()[0].taskFile.command, 0xE0);
 }
