@@ -49,9 +49,13 @@ Payload read(core::Device& device, const AtaCommand& command) {
 }
 
 Payload identifyDevice(core::Device& device) {
-    const Payload data = read(device, protocols::ata::identifyDevice());
-    if (identify_device::readIntegrity(data) == identify_device::Integrity::WRONG)
-        throw features::statuses::dataRetrievalFailed();
+    const AtaCommand command = protocols::ata::identifyDevice();
+    const Payload data = read(device, command);
+    if (identify_device::readIntegrity(data) == identify_device::Integrity::WRONG) {
+        Status problem = features::statuses::dataRetrievalFailed();
+        problem.setMessage(problem.getMessage() + " " + command.getName() + ": wrong checksum.");
+        throw problem;
+    }
     return data;
 }
 

@@ -65,6 +65,12 @@ constexpr BitsRow NAMESPACE_SETTINGS[] = {
 };
 
 // clang-format on
+constexpr Field CONTROLLER_TEXTS[] = {
+    controller::SN,
+    controller::MN,
+    controller::FR,
+};
+
 
 void storeVersion(Device& device, const Payload& data) {
     const auto version = static_cast<std::uint32_t>(readNumber(data, controller::VER));
@@ -91,6 +97,7 @@ void storeRpmb(Device& device, const Payload& data) {
 
 void storeController(Device& device, const Payload& data) {
     const std::string model = readText(data, controller::MN);
+    requireText(data, CONTROLLER_TEXTS);
     storeText(device, attributes::ModelNumber(), model);
     storeText(device, attributes::SerialNumber(), readText(data, controller::SN));
     storeText(device, attributes::Firmware(), readText(data, controller::FR));

@@ -82,7 +82,7 @@ TEST(AtaAccess, IdentifyDeviceLooksAtTheChecksum) {
     EXPECT_EQ(*ata_access::identifyDevice(*drive.getDevice()).at(0), 1) << "without a checksum";
     EXPECT_EQ(*ata_access::identifyDevice(*drive.getDevice()).at(510), 0xA5);
     EXPECT_EQ(thrownBy([&] { (void)ata_access::identifyDevice(*drive.getDevice()); }),
-              "10/33 Failed to retrieve data from selected device.");
+              "10/33 Failed to retrieve data from selected device. IDENTIFY DEVICE: wrong checksum.");
 }
 
 TEST(AtaAccess, ReadsPagesOfALog) {

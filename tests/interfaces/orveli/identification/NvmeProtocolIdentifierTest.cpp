@@ -191,7 +191,7 @@ TEST(NvmeProtocolIdentifier, BearsGarbage) {
     Payload garbage(4096);
     std::memset(garbage.data(), 0xFF, 4096);
     ScriptedDrive drive = healthyDrive();
-    for (const std::uint8_t structure : {CONTROLLER, ACTIVE_NAMESPACES, NAMESPACE})
+    for (const std::uint8_t structure : {ACTIVE_NAMESPACES, NAMESPACE})
         drive.onNvme(IDENTIFY, structure, {{.data = garbage}});
     EXPECT_EQ(drive->identify(), core::Status());
     EXPECT_EQ(textOf(drive, attributes::SectorSize()), "512");
@@ -215,7 +215,35 @@ TEST(NvmeProtocolIdentifier, ReadsTheVendorsPartOfNoOtherMaker) {
     drive.onNvme(IDENTIFY, CONTROLLER, {{.data = other}});
     EXPECT_EQ(drive->identify(), core::Status());
     EXPECT_EQ(textOf(drive, attributes::ModelNumber()), "OTHER NX4510 1.6TB");
-    EXPECT_FALSE(drive->hasAttribute("Bootloader"));
+TEST(NvmeProtocolIdentifier, BelievesNoControllerDataWhoseTextsAreNone) {
+    for (const std::uint32_t offset : {4U, 43U, 71U}) {
+        for (const int byte : {0x01, 0x1F, 0x7F, 0x80, 0xFF}) {
+            SCOPED_TRACE(offset);
+            Payload wrong = controllerData();
+            *wrong.at(offset) = static_cast<std::uint8_t>(byte);
+            ScriptedDrive drive = healthyDrive();
+            drive.onNvme(IDENTIFY, CONTROLLER, {{.data = wrong}});
+            EXPECT_EQ(drive->identify(), core::Status());
+            EXPECT_FALSE(drive->hasAttribute("ModelNumber"));
+            EXPECT_EQ(textOf(drive, attributes::DeviceStatus()),
+                      "Failed to retrieve data from selected device. The Identify data make "
+                      "no sense.");
+        }
+    }
+}
+
+TEST(NvmeProtocolIdentifier, BelievesTextsThatAreFilledUpWithZeroes) {
+    Payload filled = controllerData();
+    std::memset(filled.at(42), 0, 22);
+    *filled.at(4) = '~';
+    ScriptedDrive drive = healthyDrive();
+    drive.onNvme(IDENTIFY, CONTROLLER, {{.data = filled}});
+    EXPECT_EQ(drive->identify(), core::Status());
+    EXPECT_EQ(textOf(drive, attributes::ModelNumber()), "NORVO NX4510 1.6TB");
+    EXPECT_EQ(textOf(drive, attributes::SerialNumber()), "~VX4510A0001K1P6");
+}
+
+    EXPECT_FALSE(drive->hasAttribute("NativeMaxLBA"));
     EXPECT_FALSE(drive->hasAttribute("NativeMaxLBA"));
 }
 
