@@ -173,7 +173,10 @@ void NorvoSSDJob::addNamed(Device& device, const std::string& name, XmlObject& d
         return;
     }
     if (const auto setting = drive_settings::find(device, name)) {
-        addOrExplain(drive, *setting, [&] { return drive_settings::read(device, *setting); });
+        addOrExplain(drive, *setting, [&] {
+            drive_settings::requireSupport(device, *setting);
+            return drive_settings::read(device, *setting);
+        });
     } else if (const Attribute* attribute = findAttributeOf(device, name)) {
         drive.addProperty(core::XmlConverter::toXml(*attribute));
     } else {

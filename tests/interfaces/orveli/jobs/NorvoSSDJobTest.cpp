@@ -19,6 +19,7 @@ constexpr std::uint8_t SMART = 0xB0;
 constexpr std::uint8_t C24F00 = 0x00;  // the low byte of SMART's LBA
 constexpr const char* ALL = R"(<Object name="NorvoSSD" type="GetProperties"/>)";
 
+constexpr std::uint8_t IDENTIFY_DEVICE = 0xEC;
 /// Knows of one newer firmware, and keeps what it was asked.
 class SampleCatalogue : public FirmwareCatalogue {
 public:
@@ -221,8 +222,8 @@ TEST(NorvoSSDJob, ReadsTheSettingsOfASataDrive) {
         SCOPED_TRACE(row.name);
         ScriptedDrive drive = sataDriveReturning(row.low, row.high);
         EXPECT_EQ(valueOf(drive, row.name), row.value);
-        ASSERT_EQ(drive.sentAta().size(), 1U);
-        const core::Payload& sent = drive.sentAta()[0].input;
+        ASSERT_EQ(drive.sentAta().size(), 2U) << "and IDENTIFY DEVICE";
+        const core::Payload& sent = drive.sentAta()[1].input;
         ASSERT_EQ(sent.size(), 512U);
         EXPECT_EQ(*sent.at(0), row.action);
         // Error recovery control has its functions and timers where features have theirs.
@@ -234,6 +235,20 @@ TEST(NorvoSSDJob, ReadsTheSettingsOfASataDrive) {
 TEST(NorvoSSDJob, SendsTheMakersCommandsToNoOtherMakersDrive) {
     ScriptedDrive nvme = nvmeDrive();
     ScriptedDrive sata = sataDriveReturning(1, 0);
+TEST(NorvoSSDJob, AsksADriveForNoSettingThatItSaysItLacks) {
+    ScriptedDrive drive = sataDriveReturning(1, 0);
+    drive.onAta(IDENTIFY_DEVICE, 0, 0, {{.data = structure(512, {{412, {0x09}}})}});
+    EXPECT_EQ(valueOf(drive, "WriteCacheState"),
+              "The selected drive does not support this feature.");
+    EXPECT_EQ(drive.sentAta().size(), 1U);
+    EXPECT_EQ(valueOf(drive, "ReadErrorRecoveryTimer"), "1");
+    NorvoSSDJob job(nullptr);
+    const std::string all = answerLines(runJob(job, ALL, {drive.getDevice()}).output);
+    EXPECT_NE(all.find(" WriteErrorRecoveryTimer=1\n"), std::string::npos) << all;
+    for (const char* name : {"WriteCacheState", "PhySpeed", "TempLoggingInterval"})
+        EXPECT_EQ(all.find(name), std::string::npos) << name;
+}
+
     for (ScriptedDrive* drive : {&nvme, &sata}) {
         set(*drive, attributes::Norvo(), false);
         const bool isNvme = drive == &nvme;
