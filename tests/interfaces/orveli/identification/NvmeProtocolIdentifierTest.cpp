@@ -102,7 +102,7 @@ TEST(NvmeProtocolIdentifier, FillsInWhatTheStructuresTell) {
                                                   "NVMeTertiaryVersion=2\n"
                                                   "NamespaceId=1\n"
                                                   "NamespaceManagementSupported=True\n"
-                                                  "NativeMaxLBA=262143\n"
+                                                  "NativeMaxLBA=32767\n"
                                                   "NumErrorLogPageEntries=64\n"
                                                   "NumLBAFormats=5\n"
                                                   "NumberOfNamespacesSupported=128\n"
@@ -122,6 +122,22 @@ TEST(NvmeProtocolIdentifier, FillsInWhatTheStructuresTell) {
                                                   "TelemetryLogSupported=True\n"
                                                   "TrimSupported=True\n"
                                                   "WriteCacheSupported=True\n");
+}
+
+TEST(NvmeProtocolIdentifier, CountsTheNativeMaximumInBlocksOfTheFormat) {
+    struct Row {
+        char exponent;
+        const char* native;
+    };
+
+    for (const Row& row : {Row{9, "262143"}, {10, "131071"}, {12, "32767"}, {27, "0"}}) {
+        Payload formatted = namespaceData();
+        *formatted.at(128 + 12 + 2) = static_cast<std::uint8_t>(row.exponent);
+        ScriptedDrive drive = healthyDrive();
+        drive.onNvme(IDENTIFY, NAMESPACE, {{.data = formatted}});
+        EXPECT_EQ(drive->identify(), core::Status());
+        EXPECT_EQ(textOf(drive, attributes::NativeMaxLBA()), row.native);
+    }
 }
 
 TEST(NvmeProtocolIdentifier, AsksForTheFirstAttachedNamespace) {
@@ -195,26 +211,10 @@ TEST(NvmeProtocolIdentifier, BearsGarbage) {
         drive.onNvme(IDENTIFY, structure, {{.data = garbage}});
     EXPECT_EQ(drive->identify(), core::Status());
     EXPECT_EQ(textOf(drive, attributes::SectorSize()), "512");
-    EXPECT_FALSE(drive->hasAttribute("Bootloader"));
+    EXPECT_FALSE(drive->hasAttribute("NativeMaxLBA"));
     EXPECT_EQ(textOf(drive, attributes::MaximumLBA()), "18446744073709551614");
 }
 
-TEST(NvmeProtocolIdentifier, KeepsTheUsualSectorSizeForAFormatThatIsNone) {
-    ScriptedDrive drive = healthyDrive();
-    drive.onNvme(IDENTIFY, NAMESPACE, {{.data = page({{0, bytes({0x08})}})}});
-    EXPECT_EQ(drive->identify(), core::Status());
-    EXPECT_EQ(textOf(drive, attributes::SectorSize()), "512");
-    EXPECT_FALSE(drive->hasAttribute("SectorDataSize"));
-    EXPECT_EQ(textOf(drive, attributes::MaximumLBA()), "7");
-}
-
-TEST(NvmeProtocolIdentifier, ReadsTheVendorsPartOfNoOtherMaker) {
-    Payload other = controllerData();
-    std::memcpy(other.at(24), "OTHER", 5);
-    ScriptedDrive drive = healthyDrive();
-    drive.onNvme(IDENTIFY, CONTROLLER, {{.data = other}});
-    EXPECT_EQ(drive->identify(), core::Status());
-    EXPECT_EQ(textOf(drive, attributes::ModelNumber()), "OTHER NX4510 1.6TB");
 TEST(NvmeProtocolIdentifier, BelievesNoControllerDataWhoseTextsAreNone) {
     for (const std::uint32_t offset : {4U, 43U, 71U}) {
         for (const int byte : {0x01, 0x1F, 0x7F, 0x80, 0xFF}) {
@@ -243,7 +243,23 @@ TEST(NvmeProtocolIdentifier, BelievesTextsThatAreFilledUpWithZeroes) {
     EXPECT_EQ(textOf(drive, attributes::SerialNumber()), "~VX4510A0001K1P6");
 }
 
-    EXPECT_FALSE(drive->hasAttribute("NativeMaxLBA"));
+TEST(NvmeProtocolIdentifier, KeepsTheUsualSectorSizeForAFormatThatIsNone) {
+    ScriptedDrive drive = healthyDrive();
+    drive.onNvme(IDENTIFY, NAMESPACE, {{.data = page({{0, bytes({0x08})}})}});
+    EXPECT_EQ(drive->identify(), core::Status());
+    EXPECT_EQ(textOf(drive, attributes::SectorSize()), "512");
+    EXPECT_FALSE(drive->hasAttribute("SectorDataSize"));
+    EXPECT_EQ(textOf(drive, attributes::MaximumLBA()), "7");
+}
+
+TEST(NvmeProtocolIdentifier, ReadsTheVendorsPartOfNoOtherMaker) {
+    Payload other = controllerData();
+    std::memcpy(other.at(24), "OTHER", 5);
+    ScriptedDrive drive = healthyDrive();
+    drive.onNvme(IDENTIFY, CONTROLLER, {{.data = other}});
+    EXPECT_EQ(drive->identify(), core::Status());
+    EXPECT_EQ(textOf(drive, attributes::ModelNumber()), "OTHER NX4510 1.6TB");
+    EXPECT_FALSE(drive->hasAttribute("Bootloader"));
     EXPECT_FALSE(drive->hasAttribute("NativeMaxLBA"));
 }
 
