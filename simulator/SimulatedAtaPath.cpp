@@ -89,7 +89,7 @@ SimulatedPath::Answer SimulatedAtaPath::execute(SimulatedDrive& drive, const cor
     return {result.returned.clone(), result.output, !result.returned.isSuccess()};
 }
 
-SimulatedPath::Answer SimulatedAtaPath::refuse(const Fault& fault,
+SimulatedPath::Answer SimulatedAtaPath::refuse(SimulatedDrive& /*drive*/, const Fault& fault,
                                                const core::Command& command) const {
     const ata::TaskFile& taskFile = ataCommand(command).getTaskFile();
     auto returned = std::make_unique<ata::ReturnedTaskFile>();

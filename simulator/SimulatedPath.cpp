@@ -164,7 +164,8 @@ Status SimulatedPath::transact(const core::Command& command, const Payload& inpu
 SimulatedPath::Answer SimulatedPath::answer(SimulatedDrive& drive, const core::Command& command,
                                             const Payload& input,
                                             const std::vector<Fault>& faults) {
-    if (const Fault* refusal = find(faults, Fault::Kind::REFUSE)) return refuse(*refusal, command);
+    if (const Fault* refusal = find(faults, Fault::Kind::REFUSE))
+        return refuse(drive, *refusal, command);
     const std::uint32_t erasedBefore = eraseCount(drive);
     Answer given = execute(drive, command, input, [this] { return folder->now(); });
     if (eraseCount(drive) != erasedBefore) drive.partitions.clear();

@@ -69,8 +69,9 @@ protected:
     virtual Answer execute(SimulatedDrive& drive, const core::Command& command,
                            const core::Payload& input, const Clock& clock) = 0;
 
-    /// What the drive says on purpose.
-    virtual Answer refuse(const Fault& fault, const core::Command& command) const = 0;
+    /// What the drive says on purpose. Throws as `execute` does.
+    virtual Answer refuse(SimulatedDrive& drive, const Fault& fault,
+                          const core::Command& command) const = 0;
 
 private:
     SimulatedDrive* findDrive();

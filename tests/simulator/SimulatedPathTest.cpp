@@ -263,6 +263,39 @@ TEST(SimulatedPath, RefusesWithAReason) {
     EXPECT_TRUE(nvmeDrive(simulation.folder->open()).features.at(0x06).current.empty());
 }
 
+TEST(SimulatedPath, LogsWhatAnNvmeDriveRefusesOnPurpose) {
+    PathSimulation simulation;
+    Fault refusal = fault(Fault::Kind::REFUSE);
+    refusal.nvmeStatus = {1, 0x0A};
+    simulation.addFault(refusal);
+    const auto& drive = nvmeDrive(simulation.folder->open());
+    const std::uint64_t before = get(drive.smartHealthLog, 176, 8);
+    const std::size_t entries = drive.errorLog.size();
+    nvme::FormatRequest format;
+    format.nsid = 3;
+    const auto result = simulation.sendNvme(nvme::formatNvm(format));
+    EXPECT_EQ(text(result), NVME_REFUSAL);
+    EXPECT_TRUE(completion(result).more) << "in the log";
+    EXPECT_EQ(get(drive.smartHealthLog, 176, 8), before + 1);
+    ASSERT_EQ(drive.errorLog.size(), entries + 1);
+    const core::Payload& entry = drive.errorLog.front();
+    EXPECT_EQ(get(entry, 0, 8), before + 1);
+    EXPECT_EQ(get(entry, 8, 4), 0U) << "the admin queue";
+    EXPECT_EQ(get(entry, 12, 2), 0xC214U) << "do not retry, more, type 1, code 0Ah";
+    EXPECT_EQ(get(entry, 24, 4), 3U);
+}
+
+TEST(SimulatedPath, LogsNoStatusThatIsNoRefusal) {
+    PathSimulation simulation;
+    Fault reset = fault(Fault::Kind::REFUSE);
+    reset.nvmeStatus = {1, 0x0B};  // Firmware Activation Requires Conventional Reset
+    simulation.addFault(reset);
+    const std::size_t entries = nvmeDrive(simulation.folder->open()).errorLog.size();
+    EXPECT_EQ(completion(simulation.sendNvme(nvme::firmwareCommit(0, 1))).status,
+              (nvme::StatusCode{1, 0x0B}));
+    EXPECT_EQ(nvmeDrive(simulation.folder->open()).errorLog.size(), entries);
+}
+
 TEST(SimulatedPath, RefusesCommandsOfAName) {
     PathSimulation simulation;
     simulation.addFault(fault(Fault::Kind::REFUSE, "identify"));
