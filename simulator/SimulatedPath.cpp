@@ -169,6 +169,7 @@ SimulatedPath::Answer SimulatedPath::answer(SimulatedDrive& drive, const core::C
     const std::uint32_t erasedBefore = eraseCount(drive);
     Answer given = execute(drive, command, input, [this] { return folder->now(); });
     if (eraseCount(drive) != erasedBefore) drive.partitions.clear();
+    if (given.duration > milliseconds{0}) folder->pass(given.duration);
     if (find(faults, Fault::Kind::GARBAGE)) given.output = garbage(given.output.size());
     if (const Fault* fault = find(faults, Fault::Kind::SHORT_DATA))
         given.output = shortened(given.output, fault->bytes);

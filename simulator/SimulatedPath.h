@@ -42,6 +42,7 @@ protected:
         std::unique_ptr<core::ProtocolResult> protocolResult;
         core::Payload output;
         bool isRefused = false;
+        std::chrono::milliseconds duration{0};  ///< simulated time that it took, if much
     };
 
     /// What a command moves from the drive, in bytes; 0 for one that moves nothing, or to it.

@@ -306,6 +306,41 @@ TEST(SimulatedPath, RefusesCommandsOfAName) {
     EXPECT_EQ(text(simulation.sendAta(ata::identifyDevice())), SUCCESS);
 }
 
+/// A SATA drive that has self-tests, of two minutes.
+Fleet makeTestableFleet() {
+    Fleet fleet = makeFleet();
+    AtaDrive& drive = ataDrive(fleet);
+    put(drive.identifyDevice, 84 * 2, 0x4002, 2);
+    put(drive.smartData, 367, 0x11, 1);
+    put(drive.smartData, 372, 2, 1);
+    return fleet;
+}
+
+TEST(SimulatedPath, ACaptiveSelfTestTakesSimulatedTimeOfAllDrives) {
+    for (const std::uint8_t outcome : std::initializer_list<std::uint8_t>{0, 7}) {
+        PathSimulation simulation(makeTestableFleet());
+        ataDrive(simulation.folder->open()).selfTestOutcome = outcome;
+        const milliseconds before = simulation.folder->now();
+        const auto test =
+            ata::smartExecuteOfflineImmediate(ata::OfflineSubcommand::CAPTIVE_SHORT_SELF_TEST);
+        EXPECT_EQ(text(simulation.sendAta(test)), outcome == 0 ? SUCCESS : ATA_REFUSAL);
+        EXPECT_EQ(simulation.folder->now() - before, milliseconds(120000));
+        EXPECT_EQ(ataDrive(simulation.folder->open()).selfTestResults.size(), 1U);
+        EXPECT_TRUE(simulation.waits.empty()) << "no real time";
+        simulation.folder->commit();
+        EXPECT_EQ(simulation.folder->open().latestTime - before, milliseconds(120000));
+    }
+}
+
+TEST(SimulatedPath, ASelfTestInTheBackgroundTakesNoTimeByItself) {
+    PathSimulation simulation(makeTestableFleet());
+    simulation.folder->open();
+    const milliseconds before = simulation.folder->now();
+    const auto test = ata::smartExecuteOfflineImmediate(ata::OfflineSubcommand::SHORT_SELF_TEST);
+    EXPECT_EQ(text(simulation.sendAta(test)), SUCCESS);
+    EXPECT_EQ(simulation.folder->now(), before);
+}
+
 TEST(SimulatedPath, LetsCommandsPassBeforeAFault) {
     PathSimulation simulation;
     simulation.addFault(fault(Fault::Kind::REFUSE, "Identify", 2));
