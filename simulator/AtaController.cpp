@@ -135,7 +135,9 @@ AtaController::Result AtaController::execute(const AtaCommand& command,
     const TaskFile fields = readableFields(command.getTaskFile(), row && row->takes48Bits);
     const AtaAnswer answer = row ? row->executor(drive, {fields, input, now}) : aborted();
     noteCommand(drive, code, answer.error == 0);
-    return makeResult(fields, answer, command.getTransferLength());
+    Result result = makeResult(fields, answer, command.getTransferLength());
+    result.duration = answer.duration;
+    return result;
 }
 
 void AtaController::powerCycle() {

@@ -16,7 +16,8 @@ class AtaController {
 public:
     struct Result {
         protocols::ata::ReturnedTaskFile returned;
-        core::Payload output;  ///< empty for a refused command
+        core::Payload output;                   ///< empty for a refused command
+        std::chrono::milliseconds duration{0};  ///< simulated time that the command took, if much
     };
 
     AtaController(AtaDrive& drive, Clock clock);

@@ -19,6 +19,7 @@ struct AtaAnswer {
     std::uint16_t count = 0;
     std::uint64_t lba = 0;
     core::Payload output = {};
+    std::chrono::milliseconds duration{0};  ///< until it comes back, of commands that do much
 };
 
 /// What a drive says of a command that it doesn't have, doesn't allow, or doesn't understand.

@@ -1,4 +1,5 @@
 // IDENTIFY DEVICE.
+#include "protocols/norvo/Structures.h"
 #include "simulator/AtaExecutors.h"
 
 namespace orvel::simulator {
@@ -23,11 +24,21 @@ void writeSecurity(const core::Payload& identify, const AtaSecurity& security) {
     write(id::word_128::MASTER_PASSWORD_CAPABILITY, security.isMaximum);
 }
 
+void writePendingFirmware(const core::Payload& identify, const std::string& revision) {
+    const auto& field = protocols::norvo::identify_device::PendingFirmware;
+    if (revision.empty()) {
+        protocols::writeBytes(identify, field, {});
+    } else {
+        protocols::writeText(identify, field, revision);
+    }
+}
+
 }  // namespace
 
 core::Payload makeIdentifyDevice(const AtaDrive& drive) {
     const core::Payload identify = drive.identifyDevice.copy();
     writeSecurity(identify, drive.security);
+    writePendingFirmware(identify, drive.deferredRevision);
     id::writeIntegrity(identify);
     return identify;
 }

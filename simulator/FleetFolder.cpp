@@ -114,6 +114,10 @@ milliseconds FleetFolder::now() {
     return latestTime;
 }
 
+void FleetFolder::pass(milliseconds time) {
+    latestTime = addAccelerated(now(), time, 1);
+}
+
 void FleetFolder::commit() {
     if (!fleet) return;
     try {

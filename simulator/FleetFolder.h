@@ -49,6 +49,10 @@ public:
     /// time since the last look at it, no more. Only while open.
     std::chrono::milliseconds now();
 
+    /// Lets simulated time pass at once, for all drives: nobody is kept waiting for a command that
+    /// takes minutes. Only while open.
+    void pass(std::chrono::milliseconds time);
+
     /// Keeps what has changed since `open`, if it isn't the time alone, and unlocks, if it is open.
     /// Throws core::Status by
     /// value, 10/168 with the file; it is unlocked all the same.

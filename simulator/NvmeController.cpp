@@ -104,6 +104,13 @@ NvmeController::Result NvmeController::execute(const AdminCommand& command,
     return {makeCompletion(answer), {}};
 }
 
+NvmeController::Result NvmeController::refuse(const AdminCommand& command,
+                                              const StatusCode& status) {
+    const NvmeAnswer answer = refusal(status);
+    if (isRefused(status)) logError(drive, command.getFields(), answer);
+    return {makeCompletion(answer), {}};
+}
+
 void NvmeController::powerCycle() {
     finishSelfTest(drive, clock());
     // An extended self-test resumes when power is back.

@@ -23,6 +23,11 @@ public:
     /// `input` is what goes to the drive with the command.
     Result execute(const protocols::nvme::AdminCommand& command, const core::Payload& input);
 
+    /// Answers with `status` instead, and does nothing but what goes with a refusal: an entry in
+    /// the Error Information log.
+    Result refuse(const protocols::nvme::AdminCommand& command,
+                  const protocols::nvme::StatusCode& status);
+
     /// Power goes away and comes back: a firmware that waits for it starts, what wasn't saved is
     /// forgotten, and the drive counts one power cycle more.
     void powerCycle();

@@ -108,9 +108,11 @@ AtaAnswer collectOffline(AtaDrive& drive) {
 AtaAnswer testInCaptiveMode(AtaDrive& drive, std::uint8_t subcommand) {
     constexpr unsigned KEY_SHIFT = 8;
     logResult(drive, subcommand, {outcome(drive), 0});
-    if (outcome(drive) == results::WITHOUT_ERROR) return {.lba = SMART_KEY | subcommand};
-    AtaAnswer answer = aborted();
-    answer.lba = std::uint64_t{SMART_THRESHOLD_EXCEEDED} << KEY_SHIFT | subcommand;
+    const bool isPassed = outcome(drive) == results::WITHOUT_ERROR;
+    AtaAnswer answer = isPassed ? AtaAnswer() : aborted();
+    answer.lba =
+        (isPassed ? SMART_KEY : std::uint64_t{SMART_THRESHOLD_EXCEEDED} << KEY_SHIFT) | subcommand;
+    answer.duration = selfTestTime(drive, static_cast<std::uint8_t>(subcommand & ~CAPTIVE));
     return answer;
 }
 

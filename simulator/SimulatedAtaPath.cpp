@@ -86,10 +86,10 @@ SimulatedPath::Answer SimulatedAtaPath::execute(SimulatedDrive& drive, const cor
     auto* ataDrive = std::get_if<AtaDrive>(&drive.drive);
     if (!ataDrive) throw systemError(ENODEV);
     const auto result = AtaController(*ataDrive, clock).execute(ataCommand(command), input);
-    return {result.returned.clone(), result.output, !result.returned.isSuccess()};
+    return {result.returned.clone(), result.output, !result.returned.isSuccess(), result.duration};
 }
 
-SimulatedPath::Answer SimulatedAtaPath::refuse(const Fault& fault,
+SimulatedPath::Answer SimulatedAtaPath::refuse(SimulatedDrive& /*drive*/, const Fault& fault,
                                                const core::Command& command) const {
     const ata::TaskFile& taskFile = ataCommand(command).getTaskFile();
     auto returned = std::make_unique<ata::ReturnedTaskFile>();

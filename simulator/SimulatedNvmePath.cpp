@@ -19,6 +19,12 @@ const nvme::AdminCommand& adminCommand(const core::Command& command) {
     return dynamic_cast<const nvme::AdminCommand&>(command);
 }
 
+NvmeDrive& nvmeDrive(SimulatedDrive& drive) {
+    auto* found = std::get_if<NvmeDrive>(&drive.drive);
+    if (!found) throw systemError(ENODEV);
+    return *found;
+}
+
 }  // namespace
 
 SimulatedNvmePath::SimulatedNvmePath(std::shared_ptr<FleetFolder> folder, std::string devicePath,
@@ -61,20 +67,18 @@ core::Status SimulatedNvmePath::refusalStatus() const {
 SimulatedPath::Answer SimulatedNvmePath::execute(SimulatedDrive& drive,
                                                  const core::Command& command,
                                                  const core::Payload& input, const Clock& clock) {
-    auto* nvmeDrive = std::get_if<NvmeDrive>(&drive.drive);
-    if (!nvmeDrive) throw systemError(ENODEV);
-    const auto result = NvmeController(*nvmeDrive, clock).execute(adminCommand(command), input);
+    const auto result =
+        NvmeController(nvmeDrive(drive), clock).execute(adminCommand(command), input);
     return {result.completion.clone(), result.output, !result.completion.isSuccess()};
 }
 
-SimulatedPath::Answer SimulatedNvmePath::refuse(const Fault& fault,
-                                                const core::Command& /*command*/) const {
-    auto completion = std::make_unique<nvme::CompletionEntry>();
-    completion->status = fault.nvmeStatus;
+SimulatedPath::Answer SimulatedNvmePath::refuse(SimulatedDrive& drive, const Fault& fault,
+                                                const core::Command& command) const {
     // A refusal without a reason.
-    if (completion->isSuccess()) completion->status = nvme::status_codes::INTERNAL_ERROR;
-    completion->doNotRetry = true;
-    return {std::move(completion), {}, true};
+    const bool hasReason = !(fault.nvmeStatus == nvme::status_codes::SUCCESSFUL_COMPLETION);
+    const auto status = hasReason ? fault.nvmeStatus : nvme::status_codes::INTERNAL_ERROR;
+    const auto result = NvmeController(nvmeDrive(drive), {}).refuse(adminCommand(command), status);
+    return {result.completion.clone(), {}, true};
 }
 
 }  // namespace orvel::simulator

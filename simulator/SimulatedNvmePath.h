@@ -22,7 +22,8 @@ private:
     core::Status refusalStatus() const override;
     Answer execute(SimulatedDrive& drive, const core::Command& command, const core::Payload& input,
                    const Clock& clock) override;
-    Answer refuse(const Fault& fault, const core::Command& command) const override;
+    Answer refuse(SimulatedDrive& drive, const Fault& fault,
+                  const core::Command& command) const override;
 };
 
 }  // namespace orvel::simulator

@@ -164,10 +164,12 @@ Status SimulatedPath::transact(const core::Command& command, const Payload& inpu
 SimulatedPath::Answer SimulatedPath::answer(SimulatedDrive& drive, const core::Command& command,
                                             const Payload& input,
                                             const std::vector<Fault>& faults) {
-    if (const Fault* refusal = find(faults, Fault::Kind::REFUSE)) return refuse(*refusal, command);
+    if (const Fault* refusal = find(faults, Fault::Kind::REFUSE))
+        return refuse(drive, *refusal, command);
     const std::uint32_t erasedBefore = eraseCount(drive);
     Answer given = execute(drive, command, input, [this] { return folder->now(); });
     if (eraseCount(drive) != erasedBefore) drive.partitions.clear();
+    if (given.duration > milliseconds{0}) folder->pass(given.duration);
     if (find(faults, Fault::Kind::GARBAGE)) given.output = garbage(given.output.size());
     if (const Fault* fault = find(faults, Fault::Kind::SHORT_DATA))
         given.output = shortened(given.output, fault->bytes);

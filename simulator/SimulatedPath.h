@@ -42,6 +42,7 @@ protected:
         std::unique_ptr<core::ProtocolResult> protocolResult;
         core::Payload output;
         bool isRefused = false;
+        std::chrono::milliseconds duration{0};  ///< simulated time that it took, if much
     };
 
     /// What a command moves from the drive, in bytes; 0 for one that moves nothing, or to it.
@@ -69,8 +70,9 @@ protected:
     virtual Answer execute(SimulatedDrive& drive, const core::Command& command,
                            const core::Payload& input, const Clock& clock) = 0;
 
-    /// What the drive says on purpose.
-    virtual Answer refuse(const Fault& fault, const core::Command& command) const = 0;
+    /// What the drive says on purpose. Throws as `execute` does.
+    virtual Answer refuse(SimulatedDrive& drive, const Fault& fault,
+                          const core::Command& command) const = 0;
 
 private:
     SimulatedDrive* findDrive();

@@ -1,4 +1,5 @@
 // Setting the features that are Norvo's own.
+#include "protocols/norvo/NativeMaximum.h"
 #include "protocols/norvo/Structures.h"
 #include "protocols/norvo/Vendor.h"
 #include "simulator/NvmeExecutors.h"
@@ -15,7 +16,6 @@ namespace in = identify_namespace;
 namespace {
 
 constexpr std::uint32_t ONLY_NAMESPACE = 1;
-constexpr std::uint64_t NATIVE_BLOCK = 512;
 
 /// The namespace that MAXIMUM_LBA is about: null unless it is the only one.
 const core::Payload* onlyNamespace(const NvmeDrive& drive) {
@@ -31,11 +31,7 @@ std::uint64_t currentBlockSize(const core::Payload& identify) {
 
 /// The number of blocks that the drive can have, in those of the current format; 0 if it has none.
 std::uint64_t nativeBlocks(const NvmeDrive& drive, const core::Payload& identify) {
-    const std::uint64_t factor = currentBlockSize(identify) / NATIVE_BLOCK;
-    const std::uint64_t native = protocols::readNumber(
-        drive.identifyController, norvo::identify_controller::NativeMaximumLBA);
-    // A number of all ones can't be meant, and comes out as none.
-    return factor == 0 ? 0 : (native + 1) / factor;
+    return norvo::nativeBlocks(drive.identifyController, currentBlockSize(identify));
 }
 
 std::uint64_t wantedMaximumLba(const AdminCommandFields& fields) {

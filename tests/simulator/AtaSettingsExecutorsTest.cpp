@@ -240,6 +240,11 @@ std::string revision(AtaSimulation& simulation) {
     return textAt(simulation.output({.command = 0xEC}), 46, 8);
 }
 
+/// In words 133 to 136, which are Norvo's own.
+std::string pendingRevision(AtaSimulation& simulation) {
+    return textAt(simulation.output({.command = 0xEC}), 266, 8);
+}
+
 TEST(DownloadMicrocode, ActivatesAWholeImageAtOnce) {
     AtaSimulation simulation;
     EXPECT_EQ(simulation.error(download(0x07), image()), 0U);
@@ -272,12 +277,15 @@ TEST(DownloadMicrocode, ActivatesAfterTheLastPiece) {
 TEST(DownloadMicrocode, DefersTheActivation) {
     AtaSimulation simulation;
     EXPECT_EQ(simulation.run(download(0x0E), image("NEW00002", 3000)).returned.count, 0x01);
+    EXPECT_EQ(pendingRevision(simulation), std::string(8, '\0'));
     EXPECT_EQ(simulation.run(download(0x0E, 4), core::Payload(2048)).returned.count, 0x03);
     EXPECT_EQ(revision(simulation), "WF000010");
+    EXPECT_EQ(pendingRevision(simulation), "EN0W0020");
     AtaSimulation other;
     other.drive = simulation.drive;
     EXPECT_EQ(simulation.error({.feature = 0x0F, .command = 0x92}), 0U);
     EXPECT_EQ(revision(simulation), "EN0W0020");
+    EXPECT_EQ(pendingRevision(simulation), std::string(8, '\0'));
     EXPECT_EQ(simulation.error({.feature = 0x0F, .command = 0x92}), 0x04U);
     other.controller.powerCycle();
     EXPECT_EQ(revision(other), "EN0W0020");

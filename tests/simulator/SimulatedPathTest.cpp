@@ -263,6 +263,39 @@ TEST(SimulatedPath, RefusesWithAReason) {
     EXPECT_TRUE(nvmeDrive(simulation.folder->open()).features.at(0x06).current.empty());
 }
 
+TEST(SimulatedPath, LogsWhatAnNvmeDriveRefusesOnPurpose) {
+    PathSimulation simulation;
+    Fault refusal = fault(Fault::Kind::REFUSE);
+    refusal.nvmeStatus = {1, 0x0A};
+    simulation.addFault(refusal);
+    const auto& drive = nvmeDrive(simulation.folder->open());
+    const std::uint64_t before = get(drive.smartHealthLog, 176, 8);
+    const std::size_t entries = drive.errorLog.size();
+    nvme::FormatRequest format;
+    format.nsid = 3;
+    const auto result = simulation.sendNvme(nvme::formatNvm(format));
+    EXPECT_EQ(text(result), NVME_REFUSAL);
+    EXPECT_TRUE(completion(result).more) << "in the log";
+    EXPECT_EQ(get(drive.smartHealthLog, 176, 8), before + 1);
+    ASSERT_EQ(drive.errorLog.size(), entries + 1);
+    const core::Payload& entry = drive.errorLog.front();
+    EXPECT_EQ(get(entry, 0, 8), before + 1);
+    EXPECT_EQ(get(entry, 8, 4), 0U) << "the admin queue";
+    EXPECT_EQ(get(entry, 12, 2), 0xC214U) << "do not retry, more, type 1, code 0Ah";
+    EXPECT_EQ(get(entry, 24, 4), 3U);
+}
+
+TEST(SimulatedPath, LogsNoStatusThatIsNoRefusal) {
+    PathSimulation simulation;
+    Fault reset = fault(Fault::Kind::REFUSE);
+    reset.nvmeStatus = {1, 0x0B};  // Firmware Activation Requires Conventional Reset
+    simulation.addFault(reset);
+    const std::size_t entries = nvmeDrive(simulation.folder->open()).errorLog.size();
+    EXPECT_EQ(completion(simulation.sendNvme(nvme::firmwareCommit(0, 1))).status,
+              (nvme::StatusCode{1, 0x0B}));
+    EXPECT_EQ(nvmeDrive(simulation.folder->open()).errorLog.size(), entries);
+}
+
 TEST(SimulatedPath, RefusesCommandsOfAName) {
     PathSimulation simulation;
     simulation.addFault(fault(Fault::Kind::REFUSE, "identify"));
@@ -271,6 +304,41 @@ TEST(SimulatedPath, RefusesCommandsOfAName) {
     EXPECT_EQ(text(simulation.sendNvme(nvme::getFeatures({.feature = 0x06}))), SUCCESS);
     EXPECT_EQ(text(simulation.sendAta(ata::smartReadData())), ATA_REFUSAL);
     EXPECT_EQ(text(simulation.sendAta(ata::identifyDevice())), SUCCESS);
+}
+
+/// A SATA drive that has self-tests, of two minutes.
+Fleet makeTestableFleet() {
+    Fleet fleet = makeFleet();
+    AtaDrive& drive = ataDrive(fleet);
+    put(drive.identifyDevice, 84 * 2, 0x4002, 2);
+    put(drive.smartData, 367, 0x11, 1);
+    put(drive.smartData, 372, 2, 1);
+    return fleet;
+}
+
+TEST(SimulatedPath, ACaptiveSelfTestTakesSimulatedTimeOfAllDrives) {
+    for (const std::uint8_t outcome : std::initializer_list<std::uint8_t>{0, 7}) {
+        PathSimulation simulation(makeTestableFleet());
+        ataDrive(simulation.folder->open()).selfTestOutcome = outcome;
+        const milliseconds before = simulation.folder->now();
+        const auto test =
+            ata::smartExecuteOfflineImmediate(ata::OfflineSubcommand::CAPTIVE_SHORT_SELF_TEST);
+        EXPECT_EQ(text(simulation.sendAta(test)), outcome == 0 ? SUCCESS : ATA_REFUSAL);
+        EXPECT_EQ(simulation.folder->now() - before, milliseconds(120000));
+        EXPECT_EQ(ataDrive(simulation.folder->open()).selfTestResults.size(), 1U);
+        EXPECT_TRUE(simulation.waits.empty()) << "no real time";
+        simulation.folder->commit();
+        EXPECT_EQ(simulation.folder->open().latestTime - before, milliseconds(120000));
+    }
+}
+
+TEST(SimulatedPath, ASelfTestInTheBackgroundTakesNoTimeByItself) {
+    PathSimulation simulation(makeTestableFleet());
+    simulation.folder->open();
+    const milliseconds before = simulation.folder->now();
+    const auto test = ata::smartExecuteOfflineImmediate(ata::OfflineSubcommand::SHORT_SELF_TEST);
+    EXPECT_EQ(text(simulation.sendAta(test)), SUCCESS);
+    EXPECT_EQ(simulation.folder->now(), before);
 }
 
 TEST(SimulatedPath, LetsCommandsPassBeforeAFault) {

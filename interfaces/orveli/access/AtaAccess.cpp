@@ -4,7 +4,6 @@
 #include "core/CoreStatuses.h"
 #include "core/Strings.h"
 #include "features/FeatureStatuses.h"
-#include "protocols/ata/IdentifyDevice.h"
 
 namespace orvel::interfaces::orveli::ata_access {
 
@@ -49,10 +48,42 @@ Payload read(core::Device& device, const AtaCommand& command) {
 }
 
 Payload identifyDevice(core::Device& device) {
-    const Payload data = read(device, protocols::ata::identifyDevice());
-    if (identify_device::readIntegrity(data) == identify_device::Integrity::WRONG)
-        throw features::statuses::dataRetrievalFailed();
+    const AtaCommand command = protocols::ata::identifyDevice();
+    const Payload data = read(device, command);
+    if (identify_device::readIntegrity(data) == identify_device::Integrity::WRONG) {
+        Status problem = features::statuses::dataRetrievalFailed();
+        problem.setMessage(problem.getMessage() + " " + command.getName() + ": wrong checksum.");
+        throw problem;
+    }
     return data;
+}
+
+std::optional<Payload> tryToIdentify(core::Device& device) {
+    try {
+        return identifyDevice(device);
+    } catch (const Status&) {
+        return std::nullopt;
+    }
+}
+
+bool lacksSct(const Payload& identify, const identify_device::Bits& command) {
+    return !identify_device::isSet(identify, identify_device::word_206::SCT) ||
+           !identify_device::isSet(identify, command);
+}
+
+void requireSct(core::Device& device, const identify_device::Bits& command) {
+    const auto identify = tryToIdentify(device);
+    if (identify && lacksSct(*identify, command))
+        throw features::statuses::featureNotSupportedByDrive();
+}
+
+void requireGeneralPurposeLogs(core::Device& device) {
+    namespace word_84 = identify_device::word_84;
+    constexpr std::uint16_t VALID = 1;
+    const auto identify = tryToIdentify(device);
+    if (!identify || identify_device::readBits(*identify, word_84::VALIDITY) != VALID) return;
+    if (!identify_device::isSet(*identify, word_84::GPL))
+        throw features::statuses::featureNotSupportedByDrive();
 }
 
 Payload readLog(core::Device& device, std::uint8_t logAddress, std::uint16_t firstPage,

@@ -4,10 +4,12 @@
 #include "core/Device.h"
 #include "core/Payload.h"
 #include "protocols/ata/AtaCommands.h"
+#include "protocols/ata/IdentifyDevice.h"
 #include "protocols/ata/ReturnedTaskFile.h"
 #include "protocols/ata/Sct.h"
 
 #include <cstdint>
+#include <optional>
 
 namespace orvel::interfaces::orveli::ata_access {
 
@@ -34,6 +36,21 @@ core::Payload identifyDevice(core::Device& device);
 /// Pages of a log by READ LOG EXT. As `read`.
 core::Payload readLog(core::Device& device, std::uint8_t logAddress, std::uint16_t firstPage,
                       std::uint16_t pages);
+
+// What a drive lacks by its own word is better not asked for: it would log the refusal as an error.
+
+/// As `identifyDevice`, but nothing if the data can't be had or believed: what depends on it is
+/// then up to the drive.
+std::optional<core::Payload> tryToIdentify(core::Device& device);
+
+/// Whether IDENTIFY DEVICE data says that the drive hasn't this SCT command, of word 206.
+bool lacksSct(const core::Payload& identify, const protocols::ata::identify_device::Bits& command);
+
+/// Throws 10/3 for a drive that says so.
+void requireSct(core::Device& device, const protocols::ata::identify_device::Bits& command);
+
+/// Throws 10/3 for a drive that says that it hasn't the General Purpose Logging feature set.
+void requireGeneralPurposeLogs(core::Device& device);
 
 // SCT through SMART logs. As `send` and `read`.
 

@@ -91,6 +91,12 @@ constexpr BitsRow CAPABILITIES[] = {
     {&attributes::TrimSupported,                   words::word_169::TRIM,                               Condition::NONE},
 };
 
+constexpr protocols::Field DEVICE_TEXTS[] = {
+    words::SerialNumber,
+    words::FirmwareRevision,
+    words::ModelNumber,
+};
+
 /// Coded values of the signal speed.
 constexpr const char* SPEEDS[] = {"", "1.5 Gb/s", "3.0 Gb/s", "6.0 Gb/s"};
 
@@ -134,6 +140,7 @@ void storeSize(Device& device, const Payload& data) {
 }
 
 void storeIdentifyData(Device& device, const Payload& data) {
+    requireText(data, DEVICE_TEXTS);
     const std::string model = readText(data, words::ModelNumber);
     storeText(device, attributes::ModelNumber(), model);
     storeText(device, attributes::SerialNumber(), readText(data, words::SerialNumber));

@@ -4,6 +4,7 @@
 #include "features/DeviceAttributes.h"
 #include "features/FeatureStatuses.h"
 
+#include <algorithm>
 #include <exception>
 
 namespace orvel::interfaces::orveli::identification {
@@ -13,6 +14,18 @@ using core::Status;
 namespace attributes = orvel::features::device_attributes;
 
 namespace {
+
+bool isTextByte(std::uint8_t byte) {
+    constexpr std::uint8_t FIRST_PRINTABLE = 0x20;
+    constexpr std::uint8_t LAST_PRINTABLE = 0x7E;
+    return byte == 0 || (byte >= FIRST_PRINTABLE && byte <= LAST_PRINTABLE);
+}
+
+Status retrievalFailure(const std::string& words) {
+    Status status = orvel::features::statuses::dataRetrievalFailed();
+    status.setMessage(status.getMessage() + " " + words);
+    return status;
+}
 
 Status fail(Device& device, const Status& status) {
     store(device, attributes::ErrorString(), status.getMessage());
@@ -32,15 +45,21 @@ void storeNumber(Device& device, core::Attribute descriptor, std::uint64_t numbe
     if (status == Status()) device.setAttribute(descriptor);
 }
 
+void requireText(const core::Payload& structure, protocols::Fields texts) {
+    for (const protocols::Field& field : texts) {
+        const core::Payload bytes = protocols::readBytes(structure, field);
+        if (!std::all_of(bytes.data(), bytes.data() + bytes.size(), isTextByte))
+            throw retrievalFailure("The Identify data make no sense.");
+    }
+}
+
 Status attempt(Device& device, const std::function<void()>& step) {
     try {
         step();
     } catch (const Status& status) {
         return fail(device, status);
     } catch (const std::exception& exception) {
-        Status status = orvel::features::statuses::dataRetrievalFailed();
-        status.setMessage(status.getMessage() + " " + exception.what());
-        return fail(device, status);
+        return fail(device, retrievalFailure(exception.what()));
     }
     return {};
 }

@@ -3,7 +3,9 @@
 
 #include "core/Attribute.h"
 #include "core/Device.h"
+#include "core/Payload.h"
 #include "core/Status.h"
+#include "protocols/Field.h"
 
 #include <cstdint>
 #include <functional>
@@ -26,6 +28,10 @@ void storeText(core::Device& device, const core::Attribute& descriptor, const st
 
 /// A number in the width that the attribute's type has; nothing is set if it doesn't fit.
 void storeNumber(core::Device& device, core::Attribute descriptor, std::uint64_t number);
+
+/// Throws 10/33 if one of these texts has a byte that the standards allow in no text: what came
+/// isn't the structure. NULs pass, because drives fill up with them.
+void requireText(const core::Payload& structure, protocols::Fields texts);
 
 /// Runs a step of an identifier. Whatever it throws becomes the attributes ErrorString and
 /// DriverCommunicationError, so that a scan of many drives outlives one that talks nonsense; and

@@ -8,6 +8,7 @@
 #include "interfaces/orveli/access/NvmeAccess.h"
 #include "interfaces/orveli/identification/Identification.h"
 #include "interfaces/orveli/identification/NorvoProducts.h"
+#include "protocols/norvo/NativeMaximum.h"
 #include "protocols/norvo/Structures.h"
 #include "protocols/nvme/Structures.h"
 
@@ -64,6 +65,12 @@ constexpr BitsRow NAMESPACE_SETTINGS[] = {
     {&attributes::ProtectionInformationLocation,  name_space::DPS,     nvme::dps::FIRST_EIGHT_BYTES},
 };
 
+constexpr Field CONTROLLER_TEXTS[] = {
+    controller::SN,
+    controller::MN,
+    controller::FR,
+};
+
 // clang-format on
 
 void storeVersion(Device& device, const Payload& data) {
@@ -90,6 +97,7 @@ void storeRpmb(Device& device, const Payload& data) {
 }
 
 void storeController(Device& device, const Payload& data) {
+    requireText(data, CONTROLLER_TEXTS);
     const std::string model = readText(data, controller::MN);
     storeText(device, attributes::ModelNumber(), model);
     storeText(device, attributes::SerialNumber(), readText(data, controller::SN));
@@ -153,11 +161,12 @@ void storeNamespace(Device& device, std::uint32_t nsid, const Payload& data) {
     storeBlockSizes(device, data);
 }
 
+/// In the blocks that the maximum LBA has, or the two couldn't be compared.
 void storeNativeMaximum(Device& device, std::uint32_t nsid, const Payload& controllerData) {
     if (nsid != FIRST_NAMESPACE || !isNorvoModel(readText(controllerData, controller::MN))) return;
-    const std::uint64_t native =
-        readNumber(controllerData, norvo::identify_controller::NativeMaximumLBA);
-    if (native != 0) store(device, attributes::NativeMaxLBA(), native);
+    const std::uint64_t blocks =
+        norvo::nativeBlocks(controllerData, device.readUnsigned64(attributes::SectorDataSize()));
+    if (blocks != 0) store(device, attributes::NativeMaxLBA(), blocks - 1);
 }
 
 void identifyDrive(Device& device) {

@@ -24,6 +24,7 @@ constexpr std::uint64_t DIRECTORY_VERSION = 1;
 }  // namespace
 
 std::uint16_t pagesAt(core::Device& device, std::uint8_t logAddress) {
+    ata_access::requireGeneralPurposeLogs(device);
     if (logAddress == ata::log_address::DIRECTORY) return 1;
     const core::Payload directory = ata_access::readLog(device, ata::log_address::DIRECTORY, 0, 1);
     if (protocols::readNumber(directory, ata::log_directory::LoggingVersion) != DIRECTORY_VERSION)

@@ -12,8 +12,8 @@ namespace orvel::interfaces::orveli::jobs::ata_logs {
 inline constexpr std::uint32_t PAGE_SIZE = 512;
 
 /// How many pages the log directory gives the address; 0 for a log that the drive doesn't have.
-/// Throws core::Status by value: 10/33 for something else than a log directory, else as
-/// `ata_access::read` does.
+/// Throws core::Status by value: 10/3 for a drive that says that it has no such logs at all, 10/33
+/// for something else than a log directory, else as `ata_access::read` does.
 std::uint16_t pagesAt(core::Device& device, std::uint8_t logAddress);
 
 /// Pages of a log, in pieces of a length that every adapter takes. Throws core::Status by value:

@@ -26,6 +26,7 @@ namespace catalogue = orvel::features;
 namespace norvo = protocols::norvo;
 namespace nvme = protocols::nvme;
 namespace sct = protocols::ata::sct;
+namespace word_206 = protocols::ata::identify_device::word_206;
 
 namespace {
 
@@ -101,32 +102,33 @@ void readPhySpeed(Device& device, Attribute& setting) {
 struct Setting {
     Attribute (*descriptor)();
     Drives drives;
+    const protocols::ata::identify_device::Bits* sct;  ///< SCT command that it needs, or null
     void (*read)(Device& device, Attribute& setting);
 };
 
 // clang-format off
 constexpr Setting SETTINGS[] = {
-//   descriptor                                                     drives              read
-    {&catalogue::power_governor::PowerGovernorMode,                 Drives::NORVO_NVME, &readDword<norvo::feature_ids::POWER_GOVERNOR>},
-    {&catalogue::nvme_features::SMBusAddress,                       Drives::NORVO_NVME, &readDword<norvo::feature_ids::SMBUS_ADDRESS>},
-    {&catalogue::latency_tracking::LatencyTrackingEnabled,          Drives::NORVO_NVME, &readSwitch<norvo::feature_ids::LATENCY_TRACKING>},
-    {&catalogue::nvme_features::TempThreshold,                      Drives::NVME,       &readTemperatureThreshold},
-    {&catalogue::nvme_features::AggregationThreshold,               Drives::NVME,       &readAggregationThreshold},
-    {&catalogue::nvme_features::AggregationTime,                    Drives::NVME,       &readAggregationTime},
-    {&catalogue::write_cache::WriteCacheEnabled,                    Drives::NVME,       &readSwitch<nvme::features::VOLATILE_WRITE_CACHE>},
+//   descriptor                                                     drives              sct                                read
+    {&catalogue::power_governor::PowerGovernorMode,                 Drives::NORVO_NVME, nullptr,                           &readDword<norvo::feature_ids::POWER_GOVERNOR>},
+    {&catalogue::nvme_features::SMBusAddress,                       Drives::NORVO_NVME, nullptr,                           &readDword<norvo::feature_ids::SMBUS_ADDRESS>},
+    {&catalogue::latency_tracking::LatencyTrackingEnabled,          Drives::NORVO_NVME, nullptr,                           &readSwitch<norvo::feature_ids::LATENCY_TRACKING>},
+    {&catalogue::nvme_features::TempThreshold,                      Drives::NVME,       nullptr,                           &readTemperatureThreshold},
+    {&catalogue::nvme_features::AggregationThreshold,               Drives::NVME,       nullptr,                           &readAggregationThreshold},
+    {&catalogue::nvme_features::AggregationTime,                    Drives::NVME,       nullptr,                           &readAggregationTime},
+    {&catalogue::write_cache::WriteCacheEnabled,                    Drives::NVME,       nullptr,                           &readSwitch<nvme::features::VOLATILE_WRITE_CACHE>},
 
-    {&catalogue::phy_speed::PhySpeed,                               Drives::NORVO_ATA,  &readPhySpeed},
-    {&catalogue::phy_config::PhyConfig,                             Drives::NORVO_ATA,  &readState<norvo::sct_features::PHY_CONFIG>},
-    {&catalogue::spread_spectrum_clocking::SSCEnabled,              Drives::NORVO_ATA,  &readStateIs<norvo::sct_features::SPREAD_SPECTRUM_CLOCKING, 1>},
-    {&catalogue::sct_feature_control::PLITestTimeInterval,          Drives::NORVO_ATA,  &readState<norvo::sct_features::PLI_TEST_TIME_INTERVAL>},
-    {&catalogue::sct_feature_control::PhysicalSectorSize,           Drives::NORVO_ATA,  &readState<norvo::sct_features::PHYSICAL_SECTOR_SIZE>},
-    {&catalogue::power_governor::PowerGovernorMode,                 Drives::NORVO_ATA,  &readWideState<norvo::sct_features::POWER_GOVERNOR>},
-    {&catalogue::sct_feature_control::TemperatureLoggingInterval,   Drives::ATA,        &readState<sct::Feature::TEMPERATURE_LOGGING_INTERVAL>},
-    {&attributes::TempLoggingInterval,                              Drives::ATA,        &readState<sct::Feature::TEMPERATURE_LOGGING_INTERVAL>},
-    {&catalogue::write_cache::WriteCacheState,                      Drives::ATA,        &readState<sct::Feature::WRITE_CACHE>},
-    {&catalogue::write_cache::WriteCacheReorderingStateEnabled,     Drives::ATA,        &readStateIs<sct::Feature::WRITE_CACHE_REORDERING, sct::write_cache_reordering_state::ENABLED>},
-    {&catalogue::error_recovery_control::ReadErrorRecoveryTimer,    Drives::ATA,        &readTimer<sct::RecoveryTimer::READ>},
-    {&catalogue::error_recovery_control::WriteErrorRecoveryTimer,   Drives::ATA,        &readTimer<sct::RecoveryTimer::WRITE>},
+    {&catalogue::phy_speed::PhySpeed,                               Drives::NORVO_ATA,  &word_206::FEATURE_CONTROL,        &readPhySpeed},
+    {&catalogue::phy_config::PhyConfig,                             Drives::NORVO_ATA,  &word_206::FEATURE_CONTROL,        &readState<norvo::sct_features::PHY_CONFIG>},
+    {&catalogue::spread_spectrum_clocking::SSCEnabled,              Drives::NORVO_ATA,  &word_206::FEATURE_CONTROL,        &readStateIs<norvo::sct_features::SPREAD_SPECTRUM_CLOCKING, 1>},
+    {&catalogue::sct_feature_control::PLITestTimeInterval,          Drives::NORVO_ATA,  &word_206::FEATURE_CONTROL,        &readState<norvo::sct_features::PLI_TEST_TIME_INTERVAL>},
+    {&catalogue::sct_feature_control::PhysicalSectorSize,           Drives::NORVO_ATA,  &word_206::FEATURE_CONTROL,        &readState<norvo::sct_features::PHYSICAL_SECTOR_SIZE>},
+    {&catalogue::power_governor::PowerGovernorMode,                 Drives::NORVO_ATA,  &word_206::FEATURE_CONTROL,        &readWideState<norvo::sct_features::POWER_GOVERNOR>},
+    {&catalogue::sct_feature_control::TemperatureLoggingInterval,   Drives::ATA,        &word_206::FEATURE_CONTROL,        &readState<sct::Feature::TEMPERATURE_LOGGING_INTERVAL>},
+    {&attributes::TempLoggingInterval,                              Drives::ATA,        &word_206::FEATURE_CONTROL,        &readState<sct::Feature::TEMPERATURE_LOGGING_INTERVAL>},
+    {&catalogue::write_cache::WriteCacheState,                      Drives::ATA,        &word_206::FEATURE_CONTROL,        &readState<sct::Feature::WRITE_CACHE>},
+    {&catalogue::write_cache::WriteCacheReorderingStateEnabled,     Drives::ATA,        &word_206::FEATURE_CONTROL,        &readStateIs<sct::Feature::WRITE_CACHE_REORDERING, sct::write_cache_reordering_state::ENABLED>},
+    {&catalogue::error_recovery_control::ReadErrorRecoveryTimer,    Drives::ATA,        &word_206::ERROR_RECOVERY_CONTROL, &readTimer<sct::RecoveryTimer::READ>},
+    {&catalogue::error_recovery_control::WriteErrorRecoveryTimer,   Drives::ATA,        &word_206::ERROR_RECOVERY_CONTROL, &readTimer<sct::RecoveryTimer::WRITE>},
 };
 
 // clang-format on
@@ -171,10 +173,13 @@ const Setting* findRow(const Device& device, const std::string& name) {
 
 }  // namespace
 
-std::vector<std::string> namesFor(const Device& device) {
+std::vector<std::string> namesFor(Device& device) {
+    const auto identify = isAta(device) ? ata_access::tryToIdentify(device) : std::nullopt;
     std::vector<std::string> names;
     for (const Setting& row : SETTINGS) {
-        if (isFor(device, row.drives)) names.push_back(row.descriptor().getName());
+        const bool isLacking =
+            row.sct != nullptr && identify && ata_access::lacksSct(*identify, *row.sct);
+        if (isFor(device, row.drives) && !isLacking) names.push_back(row.descriptor().getName());
     }
     return names;
 }
@@ -183,6 +188,11 @@ std::optional<Attribute> find(const Device& device, const std::string& name) {
     const Setting* row = findRow(device, name);
     if (row == nullptr) return std::nullopt;
     return row->descriptor();
+}
+
+void requireSupport(Device& device, const Attribute& setting) {
+    const Setting* row = findRow(device, setting.getName());
+    if (row != nullptr && row->sct != nullptr) ata_access::requireSct(device, *row->sct);
 }
 
 Attribute read(Device& device, const Attribute& setting) {

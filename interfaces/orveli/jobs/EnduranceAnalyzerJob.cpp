@@ -30,6 +30,7 @@ bool resetNvme(Device& device) {
 }
 
 bool resetAta(Device& device) {
+    ata_access::requireSct(device, ata::identify_device::word_206::FEATURE_CONTROL);
     // It is an order and no state that a drive might keep.
     const core::Payload request =
         ata::sct::setFeature(norvo::sct_features::RESET_TIMED_WORKLOAD, RESET,

@@ -41,6 +41,7 @@ core::Status ErrorRecoveryControlJob::set(Device& device, const Attribute& prope
     const ata::sct::RecoveryTimer timer = timerOf(property);
     const auto number = numberOf(property, {0, UINT16_MAX}, statuses::invalidErrorRecoveryTimer());
     const auto time = static_cast<std::uint16_t>(number);
+    ata_access::requireSct(device, ata::identify_device::word_206::ERROR_RECOVERY_CONTROL);
     const bool isTooShort = time != 0 && time < shortestTime(device);
     if (isTooShort) throw statuses::invalidErrorRecoveryTimer();
 

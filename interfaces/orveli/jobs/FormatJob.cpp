@@ -48,6 +48,13 @@ bool FormatJob::isWanted(const core::Attribute& flag) const {
     return core::strings::toBool(findArgument(flag).value_or(""));
 }
 
+/// A word that is neither yes nor no must not choose how the data go.
+bool FormatJob::wantsCryptoScramble() const {
+    const std::string text = findArgument(arguments::CryptoErase()).value_or("false");
+    if (!core::strings::isBooleanText(text)) throw statuses::unsupportedSanitizeValue();
+    return text == "1" || core::strings::toBool(text);
+}
+
 std::uint32_t FormatJob::wantedNamespace() const {
     const auto text = findArgument(features::namespace_management::NamespaceId());
     return text ? readNamespaceNumber(*text) : protocols::nvme::ALL_NAMESPACES;
@@ -124,9 +131,8 @@ void FormatJob::erase(Device& device, Type type) {
     });
     switch (type) {
     case Type::ATA_SANITIZE:
-        return work.sanitize(isWanted(arguments::CryptoErase())
-                                 ? AtaErase::Sanitize::CRYPTO_SCRAMBLE
-                                 : AtaErase::Sanitize::BLOCK_ERASE);
+        return work.sanitize(wantsCryptoScramble() ? AtaErase::Sanitize::CRYPTO_SCRAMBLE
+                                                   : AtaErase::Sanitize::BLOCK_ERASE);
     case Type::ATA_SECURE_ERASE:
         return work.secureErase(isWanted(arguments::EnhancedErase())
                                     ? protocols::ata::EraseMode::ENHANCED

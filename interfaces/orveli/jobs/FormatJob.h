@@ -18,7 +18,8 @@ namespace orvel::interfaces::orveli::jobs {
 /// "NVMeFormat" takes `SecureEraseSetting` (none by default), `LBAFormat`, `MetadataSettings`,
 /// `ProtectionInformation` and `ProtectionInformationLocation`; what isn't told of these stays as
 /// it is. "ATASanitize" takes `CryptoErase` = "true" for a crypto scramble instead of a block
-/// erase, "ATASecureErase" `EnhancedErase` = "true" for the enhanced mode.
+/// erase, or 10/24 for what is no boolean; "ATASecureErase" `EnhancedErase` = "true" for the
+/// enhanced mode.
 ///
 /// Members of RAID volumes are refused with 10/12, a type that the kind of drive lacks with 10/3.
 /// The rest: NvmeFormat.h, AtaErase.h.
@@ -37,6 +38,7 @@ private:
 
     Type wantedType() const;
     bool isWanted(const core::Attribute& flag) const;
+    bool wantsCryptoScramble() const;
     std::uint32_t wantedNamespace() const;
     std::optional<std::uint8_t> setting(const core::Attribute& descriptor, std::uint64_t maximum,
                                         const core::Status& otherwise) const;

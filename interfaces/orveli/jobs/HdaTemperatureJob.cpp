@@ -94,6 +94,7 @@ core::Status HdaTemperatureJob::runMethod(std::unique_ptr<core::xml::XmlElement>
 }
 
 core::Status HdaTemperatureJob::report(core::Device& device, XmlObject& drive) {
+    ata_access::requireSct(device, ata::identify_device::word_206::DATA_TABLES);
     const Payload now = ata_access::sctStatus(device);
     const Payload table = readTable(device);
     putTemperatures(drive, now, CURRENT_TEMPERATURES);

@@ -11,7 +11,7 @@
 #include "interfaces/orveli/jobs/MaxAddressGoal.h"
 #include "interfaces/orveli/jobs/SettingWrites.h"
 #include "protocols/ata/IdentifyDevice.h"
-#include "protocols/norvo/Structures.h"
+#include "protocols/norvo/NativeMaximum.h"
 #include "protocols/norvo/Vendor.h"
 #include "protocols/nvme/Structures.h"
 
@@ -81,9 +81,6 @@ void setOnAta(Device& device, const MaxAddressGoal& goal) {
 
 constexpr std::uint32_t FIRST_NAMESPACE = 1;
 
-/// What the native maximum is counted in, whatever the format.
-constexpr std::uint64_t NATIVE_BLOCK_BYTES = 512;
-
 struct BlockFormat {
     std::uint64_t dataBytes;
     bool hasMetadata;
@@ -107,10 +104,7 @@ BlockFormat readFormat(Device& device) {
 /// The highest native LBA in blocks of this size. Throws 10/3 if the drive doesn't tell one.
 std::uint64_t nativeMaximum(Device& device, std::uint64_t blockBytes) {
     const Payload controller = nvme_access::identify(device, nvme::cns::CONTROLLER);
-    const std::uint64_t native =
-        protocols::readNumber(controller, norvo::identify_controller::NativeMaximumLBA);
-    const bool isTold = native != 0 && native != UINT64_MAX;
-    const std::uint64_t blocks = isTold ? (native + 1) / (blockBytes / NATIVE_BLOCK_BYTES) : 0;
+    const std::uint64_t blocks = norvo::nativeBlocks(controller, blockBytes);
     if (blocks == 0) throw statuses::featureNotSupportedByDrive();
     return blocks - 1;
 }

@@ -12,6 +12,7 @@
 #include "interfaces/orveli/jobs/DriveSettings.h"
 #include "interfaces/orveli/jobs/EnduranceEstimate.h"
 #include "protocols/ata/Smart.h"
+#include "protocols/norvo/Structures.h"
 #include "protocols/nvme/Structures.h"
 
 #include <boost/algorithm/string/case_conv.hpp>
@@ -32,6 +33,7 @@ using core::Status;
 using core::xml::XmlObject;
 namespace attributes = orvel::features::device_attributes;
 namespace ata = protocols::ata;
+namespace norvo = protocols::norvo;
 namespace nvme = protocols::nvme;
 namespace statuses = orvel::features::statuses;
 
@@ -96,6 +98,28 @@ void addOrExplain(XmlObject& drive, const Attribute& descriptor,
         drive.addProperty(core::XmlConverter::toXml(read()));
     } catch (const Status& status) {
         drive.addValue(descriptor.getName(), status.getMessage());
+    }
+}
+
+/// The revision that the next activation makes the running one. Empty if there is none, and for a
+/// drive that won't tell.
+std::string pendingFirmware(Device& device) {
+    namespace slots = nvme::firmware_slot_log;  // each slot's row has its number
+    if (isAta(device)) {
+        const auto identify = ata_access::tryToIdentify(device);
+        if (!identify) return {};
+        return protocols::readText(*identify, norvo::identify_device::PendingFirmware);
+    }
+    try {
+        const auto page =
+            nvme_access::logPage(device, {.logPage = nvme::log_pages::FIRMWARE_SLOT_INFORMATION,
+                                          .bytes = slots::SIZE,
+                                          .retainAsynchronousEvent = true});
+        const std::uint32_t slot = nvme::readBits(page, slots::AFI, nvme::afi::NEXT_SLOT);
+        if (slot == 0) return {};
+        return protocols::readText(page, slots::ALL[slot]);
+    } catch (const Status&) {
+        return {};
     }
 }
 
@@ -173,7 +197,10 @@ void NorvoSSDJob::addNamed(Device& device, const std::string& name, XmlObject& d
         return;
     }
     if (const auto setting = drive_settings::find(device, name)) {
-        addOrExplain(drive, *setting, [&] { return drive_settings::read(device, *setting); });
+        addOrExplain(drive, *setting, [&] {
+            drive_settings::requireSupport(device, *setting);
+            return drive_settings::read(device, *setting);
+        });
     } else if (const Attribute* attribute = findAttributeOf(device, name)) {
         drive.addProperty(core::XmlConverter::toXml(*attribute));
     } else {
@@ -205,10 +232,12 @@ std::string NorvoSSDJob::firmwareUpdateAvailable(Device& device) const {
     std::vector<std::string> folders;
     const auto joined = findArgument(orvel::features::firmware_update::AdditionalModuleDirs());
     if (joined && !joined->empty()) folders = core::strings::split(*joined, FOLDER_SEPARATOR);
-    const bool isNewer =
-        catalogue != nullptr &&
-        catalogue->newerVersion(product, device.readText(attributes::Firmware()), folders);
-    return (isNewer ? statuses::firmwareUpdateAvailable() : statuses::firmwareCurrent())
+    const std::string running = device.readText(attributes::Firmware());
+    const std::string pending = pendingFirmware(device);
+    const bool isPending = !pending.empty() && pending != running;
+    if (catalogue && catalogue->newerVersion(product, isPending ? pending : running, folders))
+        return statuses::firmwareUpdateAvailable().getMessage();
+    return (isPending ? statuses::firmwareUpdateNeedsReboot() : statuses::firmwareCurrent())
         .getMessage();
 }
 

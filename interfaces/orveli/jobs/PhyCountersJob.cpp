@@ -4,6 +4,7 @@
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
 #include "interfaces/orveli/access/AtaAccess.h"
+#include "interfaces/orveli/jobs/AtaLogReader.h"
 #include "protocols/ata/AtaCommands.h"
 #include "protocols/ata/Checksum.h"
 #include "protocols/ata/PhyEventCounters.h"
@@ -41,8 +42,10 @@ core::Status PhyCountersJob::runMethod(std::unique_ptr<core::xml::XmlElement>& r
 }
 
 core::Status PhyCountersJob::report(core::Device& device, core::xml::XmlObject& drive) {
-    const core::Payload page =
-        ata_access::readLog(device, ata::log_address::PHY_EVENT_COUNTERS, 0, 1);
+    constexpr std::uint8_t LOG = ata::log_address::PHY_EVENT_COUNTERS;
+    if (ata_logs::pagesAt(device, LOG) == 0)
+        return features::statuses::featureNotSupportedByDrive();
+    const core::Payload page = ata_access::readLog(device, LOG, 0, 1);
     if (!ata::isChecksumRight(page)) return features::statuses::dataRetrievalFailed();
     for (const auto& counter : ata::readPhyEventCounters(page))
         drive.addValue(nameOf(counter), core::strings::toString(counter.value));

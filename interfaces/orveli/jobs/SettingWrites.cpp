@@ -33,6 +33,7 @@ bool canSave(Device& device, std::uint8_t feature) {
 }  // namespace
 
 void set(Device& device, const SctSetting& setting, const Status& refusal) {
+    ata_access::requireSct(device, ata::identify_device::word_206::FEATURE_CONTROL);
     const core::Payload request = ata::sct::setFeature(setting.feature, setting.state,
                                                        ata::sct::FeatureLifetime::OVER_POWER_OFF);
     const auto answer = ata_access::ask(device, ata::sctCommand(ata::LogAccess::SMART), request);

@@ -20,7 +20,8 @@ struct SctSetting {
     std::uint16_t state;
 };
 
-/// Outlasts power cycles. Throws `refusal` if the drive refuses.
+/// Outlasts power cycles. Throws 10/3 for a drive without SCT Feature Control, and `refusal` if the
+/// drive refuses.
 void set(core::Device& device, const SctSetting& setting, const core::Status& refusal);
 
 /// As `set`, and reads the state back. Not for what shows after a power cycle only.

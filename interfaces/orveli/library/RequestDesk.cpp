@@ -106,6 +106,18 @@ private:
     std::optional<std::vector<std::string>> products;
 };
 
+/// Why a drive isn't served. Of one that didn't tell its model it can't be said whose it is, but
+/// what went wrong.
+Status refusal(const core::Device& device) {
+    const std::string cause = device.readText(device_attributes::ErrorString());
+    const bool isKnown = device.hasAttribute(device_attributes::ModelNumber().getName());
+    if (isKnown || cause.empty()) return features::statuses::notAnNorvoSsd();
+    Status status = features::statuses::dataRetrievalFailed();
+    const bool isSaid = cause.starts_with(status.getMessage());
+    status.setMessage(isSaid ? cause : status.getMessage() + " " + cause);
+    return status;
+}
+
 std::unique_ptr<XmlObject> newAnswer(const std::string& jobName, const Status& status) {
     auto answer = std::make_unique<XmlObject>();
     answer->setAttribute(tags::Category, JOB_CATEGORY);
@@ -197,7 +209,7 @@ Status RequestDesk::select(const XmlObject& request, core::Device::Devices& devi
             const core::Attribute identifier = readIdentifier(*property);
             const auto device = manager.GetDevice(identifier);
             if (!device) return notFound(identifier.getName());
-            if (!filter.allows(*device)) return features::statuses::notAnNorvoSsd();
+            if (!filter.allows(*device)) return refusal(*device);
             if (std::find(devices.begin(), devices.end(), device) == devices.end())
                 devices.push_back(device);
         }

@@ -81,8 +81,42 @@ TEST(AtaAccess, IdentifyDeviceLooksAtTheChecksum) {
                  {.data = structure(512, {{0, {1}}, {510, {0xA5, 0x00}}})}});
     EXPECT_EQ(*ata_access::identifyDevice(*drive.getDevice()).at(0), 1) << "without a checksum";
     EXPECT_EQ(*ata_access::identifyDevice(*drive.getDevice()).at(510), 0xA5);
-    EXPECT_EQ(thrownBy([&] { (void)ata_access::identifyDevice(*drive.getDevice()); }),
-              "10/33 Failed to retrieve data from selected device.");
+    EXPECT_EQ(
+        thrownBy([&] { (void)ata_access::identifyDevice(*drive.getDevice()); }),
+        "10/33 Failed to retrieve data from selected device. IDENTIFY DEVICE: wrong checksum.");
+}
+
+/// IDENTIFY DEVICE data of a drive that has both.
+core::Payload identifyWith(int word84High, int word84Low, int word206) {
+    return structure(512, {{168, {word84Low, word84High}}, {412, {word206}}});
+}
+
+TEST(AtaAccess, RequiresWhatTheDriveDoesNotSayThatItLacks) {
+    constexpr const char* LACKING = "10/3 The selected drive does not support this feature.";
+    const auto& command = ata::identify_device::word_206::DATA_TABLES;
+
+    struct Row {
+        core::Payload identify;
+        const char* logs;
+        const char* sct;
+    };
+
+    const Row rows[] = {
+        {identifyWith(0x40, 0x20, 0x21), "nothing", "nothing"},
+        {identifyWith(0x40, 0x00, 0x20), LACKING, LACKING},
+        {identifyWith(0x00, 0x00, 0x1D), "nothing", LACKING},  // word 84 isn't valid
+        {core::Payload(100), "nothing", "nothing"},
+        {structure(512, {{510, {0xA5, 0x00}}}), "nothing", "nothing"},  // wrong checksum
+    };
+    for (const Row& row : rows) {
+        ScriptedDrive drive("ATA");
+        core::Device& device = *drive.getDevice();
+        drive.onAta(IDENTIFY_DEVICE, 0, 0, {{.data = row.identify}});
+        EXPECT_EQ(thrownBy([&] { ata_access::requireGeneralPurposeLogs(device); }), row.logs);
+        EXPECT_EQ(thrownBy([&] { ata_access::requireSct(device, command); }), row.sct);
+    }
+    ScriptedDrive refusing("ATA");
+    EXPECT_EQ(thrownBy([&] { ata_access::requireSct(*refusing.getDevice(), command); }), "nothing");
 }
 
 TEST(AtaAccess, ReadsPagesOfALog) {

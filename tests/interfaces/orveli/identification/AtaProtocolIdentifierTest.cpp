@@ -219,7 +219,9 @@ TEST(AtaProtocolIdentifier, AFailingIdentifyDeviceShowsInTheAttributes) {
         {{{.data = Payload(511)}},
          "The IO command passed, but did not return the expected amount of data.",
          "49"},
-        {{{.data = damaged}}, "Failed to retrieve data from selected device.", "33"},
+        {{{.data = damaged}},
+         "Failed to retrieve data from selected device. IDENTIFY DEVICE: wrong checksum.",
+         "33"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.code);
@@ -237,11 +239,27 @@ TEST(AtaProtocolIdentifier, AFailingIdentifyDeviceShowsInTheAttributes) {
 TEST(AtaProtocolIdentifier, BearsGarbage) {
     Payload garbage(512);
     std::memset(garbage.data(), 0xFF, 510);
+    std::memset(garbage.at(20), 'x', 74);  // words 10 to 46
     ScriptedDrive drive = driveWith(garbage);
     EXPECT_EQ(drive->identify(), core::Status());
     EXPECT_EQ(textOf(drive, attributes::SectorSize()), "512");
     EXPECT_FALSE(drive->hasAttribute("HDD"));
     EXPECT_FALSE(drive->hasAttribute("Bootloader"));
+}
+
+TEST(AtaProtocolIdentifier, BelievesNoDataWhoseTextsAreNone) {
+    for (const std::uint32_t word : {10U, 23U, 46U}) {
+        SCOPED_TRACE(word);
+        Payload wrong = identifyData();
+        setWord(wrong, word, 0x2080);
+        ScriptedDrive drive = driveWith(wrong);
+        EXPECT_EQ(drive->identify(), core::Status());
+        EXPECT_FALSE(drive->hasAttribute("ModelNumber"));
+        EXPECT_EQ(textOf(drive, attributes::SerialNumber()), "FROM THE FINDER");
+        EXPECT_EQ(textOf(drive, attributes::DeviceStatus()),
+                  "Failed to retrieve data from selected device. The Identify data make "
+                  "no sense.");
+    }
 }
 
 TEST(AtaProtocolIdentifier, LeavesOtherKindsOfDriveAlone) {

@@ -102,7 +102,7 @@ TEST(NvmeProtocolIdentifier, FillsInWhatTheStructuresTell) {
                                                   "NVMeTertiaryVersion=2\n"
                                                   "NamespaceId=1\n"
                                                   "NamespaceManagementSupported=True\n"
-                                                  "NativeMaxLBA=262143\n"
+                                                  "NativeMaxLBA=32767\n"
                                                   "NumErrorLogPageEntries=64\n"
                                                   "NumLBAFormats=5\n"
                                                   "NumberOfNamespacesSupported=128\n"
@@ -122,6 +122,22 @@ TEST(NvmeProtocolIdentifier, FillsInWhatTheStructuresTell) {
                                                   "TelemetryLogSupported=True\n"
                                                   "TrimSupported=True\n"
                                                   "WriteCacheSupported=True\n");
+}
+
+TEST(NvmeProtocolIdentifier, CountsTheNativeMaximumInBlocksOfTheFormat) {
+    struct Row {
+        char exponent;
+        const char* native;
+    };
+
+    for (const Row& row : {Row{9, "262143"}, {10, "131071"}, {12, "32767"}, {27, "0"}}) {
+        Payload formatted = namespaceData();
+        *formatted.at(128 + 12 + 2) = static_cast<std::uint8_t>(row.exponent);
+        ScriptedDrive drive = healthyDrive();
+        drive.onNvme(IDENTIFY, NAMESPACE, {{.data = formatted}});
+        EXPECT_EQ(drive->identify(), core::Status());
+        EXPECT_EQ(textOf(drive, attributes::NativeMaxLBA()), row.native);
+    }
 }
 
 TEST(NvmeProtocolIdentifier, AsksForTheFirstAttachedNamespace) {
@@ -191,12 +207,40 @@ TEST(NvmeProtocolIdentifier, BearsGarbage) {
     Payload garbage(4096);
     std::memset(garbage.data(), 0xFF, 4096);
     ScriptedDrive drive = healthyDrive();
-    for (const std::uint8_t structure : {CONTROLLER, ACTIVE_NAMESPACES, NAMESPACE})
+    for (const std::uint8_t structure : {ACTIVE_NAMESPACES, NAMESPACE})
         drive.onNvme(IDENTIFY, structure, {{.data = garbage}});
     EXPECT_EQ(drive->identify(), core::Status());
     EXPECT_EQ(textOf(drive, attributes::SectorSize()), "512");
-    EXPECT_FALSE(drive->hasAttribute("Bootloader"));
+    EXPECT_FALSE(drive->hasAttribute("NativeMaxLBA"));
     EXPECT_EQ(textOf(drive, attributes::MaximumLBA()), "18446744073709551614");
+}
+
+TEST(NvmeProtocolIdentifier, BelievesNoControllerDataWhoseTextsAreNone) {
+    for (const std::uint32_t offset : {4U, 43U, 71U}) {
+        for (const int byte : {0x01, 0x1F, 0x7F, 0x80, 0xFF}) {
+            SCOPED_TRACE(offset);
+            Payload wrong = controllerData();
+            *wrong.at(offset) = static_cast<std::uint8_t>(byte);
+            ScriptedDrive drive = healthyDrive();
+            drive.onNvme(IDENTIFY, CONTROLLER, {{.data = wrong}});
+            EXPECT_EQ(drive->identify(), core::Status());
+            EXPECT_FALSE(drive->hasAttribute("ModelNumber"));
+            EXPECT_EQ(textOf(drive, attributes::DeviceStatus()),
+                      "Failed to retrieve data from selected device. The Identify data make "
+                      "no sense.");
+        }
+    }
+}
+
+TEST(NvmeProtocolIdentifier, BelievesTextsThatAreFilledUpWithZeroes) {
+    Payload filled = controllerData();
+    std::memset(filled.at(42), 0, 22);
+    *filled.at(4) = '~';
+    ScriptedDrive drive = healthyDrive();
+    drive.onNvme(IDENTIFY, CONTROLLER, {{.data = filled}});
+    EXPECT_EQ(drive->identify(), core::Status());
+    EXPECT_EQ(textOf(drive, attributes::ModelNumber()), "NORVO NX4510 1.6TB");
+    EXPECT_EQ(textOf(drive, attributes::SerialNumber()), "~VX4510A0001K1P6");
 }
 
 TEST(NvmeProtocolIdentifier, KeepsTheUsualSectorSizeForAFormatThatIsNone) {

@@ -376,11 +376,21 @@ TEST(FormatJob, SanitizesByBlockEraseAndWaitsForTheEnd) {
 }
 
 TEST(FormatJob, SanitizesByCryptoScrambleIfTold) {
-    ScriptedDrive drive = sataDrive(CRYPTO_SCRAMBLE, 0);
-    drive.onAta(0xB4, 0x00, 0x00, {{.returned = returned(0x8000)}});
-    drive.onAta(0xB4, 0x11, 0x70, {{}});
-    EXPECT_EQ(run(drive, {{"Type", "ATASanitize"}, {"CryptoErase", "True"}}).output, SUCCESS);
-    EXPECT_EQ(commands(drive), (Commands{0xB400, 0xB411, 0xB400}));
+    for (const char* value : {"True", "1"}) {
+        ScriptedDrive drive = sataDrive(CRYPTO_SCRAMBLE, 0);
+        drive.onAta(0xB4, 0x00, 0x00, {{.returned = returned(0x8000)}});
+        drive.onAta(0xB4, 0x11, 0x70, {{}});
+        EXPECT_EQ(run(drive, {{"Type", "ATASanitize"}, {"CryptoErase", value}}).output, SUCCESS);
+        EXPECT_EQ(commands(drive), (Commands{0xB400, 0xB411, 0xB400}));
+    }
+}
+
+TEST(FormatJob, ChoosesNoSanitizeByAWordThatIsNeitherYesNorNo) {
+    for (const char* value : {"yes", "", "2", "crypto"}) {
+        ScriptedDrive drive = sataDrive(BLOCK_ERASE | CRYPTO_SCRAMBLE, SECURITY);
+        expectCode(run(drive, {{"Type", "ATASanitize"}, {"CryptoErase", value}}), 24);
+        EXPECT_TRUE(commands(drive).empty());
+    }
 }
 
 TEST(FormatJob, NeedsTheSanitizeOperationOnTheDrive) {

@@ -100,7 +100,7 @@ TEST(IdentifyJob, ShowsAControllersDataUnlessToldOtherwise) {
          R"(value="18446744073709551616"/>)",
          R"(name="SGLS" value="0x00000000"/>)",
          R"(<Property description="Bootloader Revision" name="Bootloader" value="NX45B007"/>)",
-         R"(<Property description="Native Maximum LBA of namespace 1" name="NativeMaximumLBA" )"
+         R"(<Property description="Native Maximum LBA of namespace 1, in blocks of 512 bytes" name="NativeMaximumLBA" )"
          R"(value="687"/>)",
          R"(<Property name="VendorUniqueIdentifyPayload" value="4E58343542303037AF02)",
          R"(EE"/><Object key="0" name="PowerState">)",

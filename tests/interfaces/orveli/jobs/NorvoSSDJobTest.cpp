@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 namespace orvel::interfaces::orveli::jobs {
 namespace {
 
@@ -14,8 +16,10 @@ namespace attributes = orvel::features::device_attributes;
 constexpr std::uint8_t GET_LOG_PAGE = 0x02;
 constexpr std::uint8_t GET_FEATURES = 0x0A;
 constexpr std::uint8_t SMART_HEALTH = 0x02;
+constexpr std::uint8_t FIRMWARE_SLOT = 0x03;
 constexpr std::uint8_t HEALTH_STATISTICS = 0xCA;
 constexpr std::uint8_t SMART = 0xB0;
+constexpr std::uint8_t IDENTIFY_DEVICE = 0xEC;
 constexpr std::uint8_t C24F00 = 0x00;  // the low byte of SMART's LBA
 constexpr const char* ALL = R"(<Object name="NorvoSSD" type="GetProperties"/>)";
 
@@ -221,14 +225,28 @@ TEST(NorvoSSDJob, ReadsTheSettingsOfASataDrive) {
         SCOPED_TRACE(row.name);
         ScriptedDrive drive = sataDriveReturning(row.low, row.high);
         EXPECT_EQ(valueOf(drive, row.name), row.value);
-        ASSERT_EQ(drive.sentAta().size(), 1U);
-        const core::Payload& sent = drive.sentAta()[0].input;
+        ASSERT_EQ(drive.sentAta().size(), 2U) << "and IDENTIFY DEVICE";
+        const core::Payload& sent = drive.sentAta()[1].input;
         ASSERT_EQ(sent.size(), 512U);
         EXPECT_EQ(*sent.at(0), row.action);
         // Error recovery control has its functions and timers where features have theirs.
         EXPECT_EQ(*sent.at(2), row.function);
         EXPECT_EQ(*sent.at(4) | *sent.at(5) << 8, row.code);
     }
+}
+
+TEST(NorvoSSDJob, AsksADriveForNoSettingThatItSaysItLacks) {
+    ScriptedDrive drive = sataDriveReturning(1, 0);
+    drive.onAta(IDENTIFY_DEVICE, 0, 0, {{.data = structure(512, {{412, {0x09}}})}});
+    EXPECT_EQ(valueOf(drive, "WriteCacheState"),
+              "The selected drive does not support this feature.");
+    EXPECT_EQ(drive.sentAta().size(), 1U);
+    EXPECT_EQ(valueOf(drive, "ReadErrorRecoveryTimer"), "1");
+    NorvoSSDJob job(nullptr);
+    const std::string all = answerLines(runJob(job, ALL, {drive.getDevice()}).output);
+    EXPECT_NE(all.find(" WriteErrorRecoveryTimer=1\n"), std::string::npos) << all;
+    for (const char* name : {"WriteCacheState", "PhySpeed", "TempLoggingInterval"})
+        EXPECT_EQ(all.find(name), std::string::npos) << name;
 }
 
 TEST(NorvoSSDJob, SendsTheMakersCommandsToNoOtherMakersDrive) {
@@ -331,6 +349,55 @@ TEST(NorvoSSDJob, TellsOfNewerFirmware) {
     EXPECT_EQ(ask(drive, {"FirmwareUpdateAvailable"}, catalogue),
               "[Norvo SSD 0]\n FirmwareUpdateAvailable=The selected Norvo SSD contains current "
               "firmware as of this tool release.\n");
+}
+
+constexpr const char* AVAILABLE =
+    "Firmware update available for the selected Norvo SSD as of this tool release.";
+constexpr const char* CURRENT =
+    "The selected Norvo SSD contains current firmware as of this tool release.";
+constexpr const char* WAITING = "Firmware update successful. Please reboot to apply update.";
+
+std::string updateAvailable(ScriptedDrive& drive) {
+    const auto catalogue = std::make_shared<SampleCatalogue>();
+    const std::string answer = ask(drive, {"FirmwareUpdateAvailable"}, catalogue);
+    return answer.substr(answer.find('=') + 1, answer.rfind('\n') - answer.find('=') - 1);
+}
+
+TEST(NorvoSSDJob, FirmwareThatWaitsForAnNvmeDrivesResetIsTold) {
+    struct Row {
+        int activeFirmwareInfo;
+        const char* slot2;
+        const char* outcome;
+    };
+
+    const Row rows[] = {
+        {0x21, "NX45A130", WAITING},   {0x01, "NX45A130", AVAILABLE}, {0x11, "NX45A130", AVAILABLE},
+        {0x21, "NX45A120", AVAILABLE}, {0x31, "NX45A130", AVAILABLE},
+    };
+    for (const Row& row : rows) {
+        ScriptedDrive drive = nvmeDrive();
+        core::Payload page = structure(512, {{0, {row.activeFirmwareInfo}}});
+        std::memcpy(page.at(8), "NX45A120", 8);
+        std::memcpy(page.at(16), row.slot2, 8);
+        drive.onNvme(GET_LOG_PAGE, FIRMWARE_SLOT, {{.data = page}});
+        EXPECT_EQ(updateAvailable(drive), row.outcome) << row.activeFirmwareInfo << row.slot2;
+    }
+}
+
+TEST(NorvoSSDJob, FirmwareThatWaitsForASataDrivesPowerCycleIsTold) {
+    ScriptedDrive drive = sataDrive();
+    set(drive, attributes::Product(), "Sablewold");
+    set(drive, attributes::Firmware(), "NX45A120");
+    core::Payload identify = structure(512, {});
+    drive.onAta(IDENTIFY_DEVICE, 0, 0, {{.data = identify}});
+    EXPECT_EQ(updateAvailable(drive), AVAILABLE);
+    std::memcpy(identify.at(266), "XN541A03", 8);  // in words 133 to 136
+    EXPECT_EQ(updateAvailable(drive), WAITING);
+    set(drive, attributes::Firmware(), "NX45A130");
+    EXPECT_EQ(updateAvailable(drive), CURRENT);
+    drive.onAta(IDENTIFY_DEVICE, 0, 0, {});
+    set(drive, attributes::Firmware(), "NX45A120");
+    EXPECT_EQ(updateAvailable(drive), AVAILABLE);
 }
 
 TEST(NorvoSSDJob, TellsOfNoFirmwareForAnUnknownProduct) {

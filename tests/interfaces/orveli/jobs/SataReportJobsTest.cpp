@@ -17,10 +17,12 @@ constexpr std::uint16_t WRITE_LOG = 0xD6;
 constexpr std::uint8_t SCT_STATUS = 0xE0;
 constexpr std::uint8_t SCT_DATA = 0xE1;
 constexpr std::uint8_t READ_LOG_EXT = 0x2F;
+constexpr std::uint8_t IDENTIFY_DEVICE = 0xEC;
 
 /// Answers SCT commands, and tells its temperatures; `table` is its history.
 ScriptedDrive driveWithHistory(std::deque<Reply> table) {
     ScriptedDrive drive("ATA");
+    drive.onAta(IDENTIFY_DEVICE, 0, 0, {{.data = bytesOf(512, {{412, "2100"}})}});
     drive.onAta(SMART, READ_LOG, SCT_STATUS,
                 {{.data = bytesOf(512, {{200, "2012340080"}, {206, "0100000002000000"}})}});
     drive.onAta(SMART, WRITE_LOG, SCT_STATUS, {{}});
@@ -64,8 +66,8 @@ TEST(HdaTemperatureJob, ShowsTemperaturesLimitsAndTheHistoryOldestFirst) {
               R"(<Property name="Sample 2" value="-2"/>)"
               R"(<Property name="Sample 3" value="32"/>)"
               R"(</Object></Object></Object>)");
-    ASSERT_EQ(drive.sentAta().size(), 3U);
-    EXPECT_TRUE(drive.sentAta()[1].input == bytesOf(512, {{0, "050001000200"}}));
+    ASSERT_EQ(drive.sentAta().size(), 4U);
+    EXPECT_TRUE(drive.sentAta()[2].input == bytesOf(512, {{0, "050001000200"}}));
 }
 
 TEST(HdaTemperatureJob, AsksAgainForAHistoryLongerThanOneBlock) {
@@ -98,7 +100,7 @@ TEST(HdaTemperatureJob, FailsForAHistoryThatMakesNoSense) {
     expectFailure(job, TEMPERATURE, driveWithHistory({{.data = bytesOf(100)}}), 0, 49);
 }
 
-TEST(HdaTemperatureJob, ADriveWithoutSctSaysSoInItsWords) {
+TEST(HdaTemperatureJob, ADriveThatRefusesSctSaysSoInItsWords) {
     ScriptedDrive drive("ATA");
     HdaTemperatureJob job;
     const Outcome outcome = runJob(job, TEMPERATURE, {drive.getDevice()});
@@ -106,18 +108,34 @@ TEST(HdaTemperatureJob, ADriveWithoutSctSaysSoInItsWords) {
               "ATA command reported a problem. SMART READ LOG: error register 0x04.");
 }
 
-TEST(PhyCountersJob, ShowsEachCounterByTheStandardsName) {
+TEST(HdaTemperatureJob, ADriveThatSaysThatItHasNoSctTablesIsNotAskedForThem) {
+    for (const char* word206 : {"2000", "1D00"}) {
+        ScriptedDrive drive("ATA");
+        drive.onAta(IDENTIFY_DEVICE, 0, 0, {{.data = bytesOf(512, {{412, word206}})}});
+        HdaTemperatureJob job;
+        expectFailure(job, TEMPERATURE, drive, 10, 3);
+        EXPECT_EQ(drive.sentAta().size(), 1U);
+    }
+}
+
+/// Its log directory gives one page to the counters.
+ScriptedDrive driveWithCounters(const core::Payload& counters) {
     ScriptedDrive drive("ATA");
-    drive.onAta(READ_LOG_EXT, 0, 0x11,
-                {{.data = bytesOf(512, {{4, "0120"
-                                            "07000000"},
-                                        {10, "0A10"
-                                             "0001"},
-                                        {14, "01A0"
-                                             "FFFFFFFF"},
-                                        {20, "0E10"
-                                             "0100"},
-                                        {511, "01"}})}});
+    drive.onAta(READ_LOG_EXT, 0, 0x00, {{.data = bytesOf(512, {{0, "0100"}, {0x22, "0100"}})}});
+    drive.onAta(READ_LOG_EXT, 0, 0x11, {{.data = counters}});
+    return drive;
+}
+
+TEST(PhyCountersJob, ShowsEachCounterByTheStandardsName) {
+    ScriptedDrive drive = driveWithCounters(bytesOf(512, {{4, "0120"
+                                                              "07000000"},
+                                                          {10, "0A10"
+                                                               "0001"},
+                                                          {14, "01A0"
+                                                               "FFFFFFFF"},
+                                                          {20, "0E10"
+                                                               "0100"},
+                                                          {511, "01"}}));
     PhyCountersJob job;
     EXPECT_EQ(runJob(job, COUNTERS, {drive.getDevice()}).output,
               R"(<Object><Object key="SERIAL1" name="PhyCounters">)"
@@ -131,17 +149,29 @@ TEST(PhyCountersJob, ShowsEachCounterByTheStandardsName) {
 }
 
 TEST(PhyCountersJob, FailsForAWrongChecksum) {
-    ScriptedDrive drive("ATA");
-    drive.onAta(READ_LOG_EXT, 0, 0x11, {{.data = bytesOf(512, {{4, "012007000000"}})}});
+    ScriptedDrive drive = driveWithCounters(bytesOf(512, {{4, "012007000000"}}));
     PhyCountersJob job;
     expectFailure(job, COUNTERS, drive, 10, 33);
 }
 
 TEST(PhyCountersJob, FailsForHalfAPage) {
-    ScriptedDrive drive("ATA");
-    drive.onAta(READ_LOG_EXT, 0, 0x11, {{.data = bytesOf(256)}});
+    ScriptedDrive drive = driveWithCounters(bytesOf(256));
     PhyCountersJob job;
     expectFailure(job, COUNTERS, drive, 0, 49);
+}
+
+TEST(PhyCountersJob, ADriveWithoutTheLogIsNotAskedForIt) {
+    ScriptedDrive drive = driveWithCounters(bytesOf(512));
+    drive.onAta(READ_LOG_EXT, 0, 0x00, {{.data = bytesOf(512, {{0, "0100"}})}});
+    PhyCountersJob job;
+    expectFailure(job, COUNTERS, drive, 10, 3);
+    EXPECT_EQ(drive.sentAta().back().taskFile.lba, 0U);
+
+    // Nor one without any such log: word 84 is valid and lacks bit 5.
+    drive.sentAta().clear();
+    drive.onAta(IDENTIFY_DEVICE, 0, 0, {{.data = bytesOf(512, {{168, "0341"}})}});
+    expectFailure(job, COUNTERS, drive, 10, 3);
+    EXPECT_EQ(drive.sentAta().size(), 1U);
 }
 
 TEST(PhyCountersJob, NvmeDrivesHaveNoPhyCountersAndNoHdaTemperature) {

@@ -204,12 +204,12 @@ TEST(GplJob, ReadsManyPagesInPieces) {
     EXPECT_EQ(outcome.output,
               answer("gpl", "01" + repeated("00", 65534) + "0203" + repeated("00", 65535) + "04" +
                                 repeated("00", 22014) + "05"));
-    ASSERT_EQ(drive.sentAta().size(), 4U);
-    EXPECT_EQ(drive.sentAta()[1].taskFile.lba, 0x0000000001B0U);
-    EXPECT_EQ(drive.sentAta()[1].taskFile.count, 128U);
-    EXPECT_EQ(drive.sentAta()[2].taskFile.lba, 0x0000000081B0U);
-    EXPECT_EQ(drive.sentAta()[3].taskFile.lba, 0x0001000001B0U);
-    EXPECT_EQ(drive.sentAta()[3].taskFile.count, 43U);
+    ASSERT_EQ(drive.sentAta().size(), 5U) << "IDENTIFY DEVICE, the directory and the log";
+    EXPECT_EQ(drive.sentAta()[2].taskFile.lba, 0x0000000001B0U);
+    EXPECT_EQ(drive.sentAta()[2].taskFile.count, 128U);
+    EXPECT_EQ(drive.sentAta()[3].taskFile.lba, 0x0000000081B0U);
+    EXPECT_EQ(drive.sentAta()[4].taskFile.lba, 0x0001000001B0U);
+    EXPECT_EQ(drive.sentAta()[4].taskFile.count, 43U);
 }
 
 TEST(GplJob, TheDirectoryItselfIsALogOfOnePage) {

@@ -220,6 +220,39 @@ TEST_F(RequestDeskTest, RefusesASelectedDriveOfAnUnsupportedProduct) {
     EXPECT_EQ(servedDrives(products + selecting("Index", "1")), "S2");
 }
 
+TEST_F(RequestDeskTest, TellsWhyASelectedDriveIsOfNoKnownProduct) {
+    struct Row {
+        const char* model;
+        const char* error;
+        const char* message;
+    };
+
+    const Row rows[] = {
+        {nullptr, "No such device.",
+         "Failed to retrieve data from selected device. No such device."},
+        {nullptr, "Failed to retrieve data from selected device.",
+         "Failed to retrieve data from selected device."},
+        {nullptr, "Failed to retrieve data from selected device. Loose cable.",
+         "Failed to retrieve data from selected device. Loose cable."},
+        {"OTHER 1", "No such device.", "Drive is not an Norvo SSD."},
+        {nullptr, nullptr, "Drive is not an Norvo SSD."},
+    };
+    const std::string products = R"(<Property name="SupportedProducts" value="Bexmere"/>)";
+    for (const Row& row : rows) {
+        Device device;
+        set(device, device_attributes::SerialNumber(), "S4");
+        if (row.model) set(device, device_attributes::ModelNumber(), row.model);
+        if (row.error) set(device, device_attributes::ErrorString(), row.error);
+        core::DeviceManager drives;
+        RequestDesk desk(drives, registry);
+        std::ignore = desk.serve(request("List", ""));  // the scan
+        drives.addDevice(device);
+        const auto answer = desk.serve(request("List", products + selecting("SerialNumber", "S4")));
+        EXPECT_EQ(answer->getObjects().front()->getProperties().at(2)->getAttribute("value"),
+                  row.message);
+    }
+}
+
 TEST_F(RequestDeskTest, PassesOverDrivesOfUnsupportedProductsWithoutAList) {
     EXPECT_EQ(servedDrives(R"(<Property name="SupportedProducts" value="Ashlade~Bexmere"/>)"),
               "S1S2");
