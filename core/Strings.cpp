@@ -14,7 +14,6 @@
 #include <memory>
 #include <optional>
 #include <sstream>
-#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -303,6 +302,17 @@ bool isHexadecimal(const std::string& text) {
 
 bool isHexadecimal(const std::wstring& text) {
     return isHexadecimalText<wchar_t>(text);
+}
+
+std::string lowered(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(), toLower<char>);
+    return text;
+}
+
+std::string trimmed(std::string_view text, std::string_view blanks) {
+    const std::size_t first = text.find_first_not_of(blanks);
+    if (first == std::string_view::npos) return {};
+    return std::string(text.substr(first, text.find_last_not_of(blanks) - first + 1));
 }
 
 bool toBool(const std::string& text) {

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace orvel::core::strings {
@@ -42,6 +43,14 @@ bool isBooleanText(const std::wstring& text);
 /// first character isn't looked at.
 bool isHexadecimal(const std::string& text);
 bool isHexadecimal(const std::wstring& text);
+
+// Text to text.
+
+/// With small letters for A to Z, in whatever locale.
+std::string lowered(std::string text);
+
+/// Without the `blanks` at both ends.
+std::string trimmed(std::string_view text, std::string_view blanks = " \t\r\n");
 
 // Text to value.
 

@@ -3,12 +3,12 @@
 #include "core/CoreStatuses.h"
 #include "core/Strings.h"
 
-#include <boost/algorithm/string/trim.hpp>
 #include <boost/multiprecision/cpp_int.hpp>
 
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <string_view>
 #include <utility>
 
 namespace orvel::protocols {
@@ -16,6 +16,7 @@ namespace orvel::protocols {
 namespace {
 
 constexpr unsigned BITS_PER_BYTE = 8;
+constexpr std::string_view FILLING(" \0", 2);
 
 /// The field's bytes in place.
 std::span<std::uint8_t> bytesOf(const core::Payload& structure, const Field& field) {
@@ -62,7 +63,7 @@ std::string readText(const core::Payload& structure, const Field& field) {
     const auto bytes = bytesOf(structure, field);
     std::string text(bytes.begin(), bytes.end());
     if (field.encoding == Encoding::SWAPPED_TEXT) swapPairs(text);
-    boost::algorithm::trim_if(text, [](char c) { return c == ' ' || c == '\0'; });
+    text = core::strings::trimmed(text, FILLING);
     std::replace_if(text.begin(), text.end(), core::strings::isNotAscii, '.');
     return text;
 }

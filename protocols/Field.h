@@ -36,6 +36,16 @@ struct Field {
 /// The rows of one structure, in the order of their offsets.
 using Fields = std::span<const Field>;
 
+/// Whether the fields stand in order, share no byte and end before `size`.
+constexpr bool areInOrder(Fields fields, std::uint32_t size) {
+    std::uint32_t end = 0;
+    for (const Field& field : fields) {
+        if (field.offset < end) return false;
+        end = field.offset + field.size;
+    }
+    return end <= size;
+}
+
 // Reading. Each throws core::Status by value, code 14, if the payload ends before the field does;
 // whoever may hold less than a whole structure looks at its size first.
 

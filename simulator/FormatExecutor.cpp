@@ -1,6 +1,8 @@
 // Format NVM.
 #include "simulator/NvmeExecutors.h"
 
+#include "protocols/nvme/LbaFormats.h"
+
 #include <algorithm>
 
 namespace orvel::simulator {
@@ -9,26 +11,21 @@ using namespace protocols::nvme;
 namespace in = identify_namespace;
 
 bool isFormatAvailable(const core::Payload& identifyNamespace, const NamespaceFormat& format) {
-    constexpr std::uint64_t PROTECTION_BYTES = 8;
-    constexpr std::uint32_t TYPES[] = {0, dpc::TYPE_1.mask(), dpc::TYPE_2.mask(),
-                                       dpc::TYPE_3.mask()};
     if (format.lbaFormat > protocols::readNumber(identifyNamespace, in::NLBAF) ||
         format.lbaFormat >= in::LBA_FORMATS.count) {
         return false;
     }
     if (blockSize(identifyNamespace, format.lbaFormat) == 0) return false;
 
-    const auto metadata = protocols::readNumber(
-        identifyNamespace, fieldOf(in::LBA_FORMATS, format.lbaFormat, lba_format::MS));
+    const auto metadata = metadataSize(identifyNamespace, format.lbaFormat);
     const BitField& placement = format.isExtended ? mc::EXTENDED : mc::SEPARATE;
     if (metadata != 0 && readBits(identifyNamespace, in::MC, placement) == 0) return false;
 
     if (format.protectionType == 0) return true;
-    if (format.protectionType >= std::size(TYPES) || metadata < PROTECTION_BYTES) return false;
-    const auto can = protocols::readNumber(identifyNamespace, in::DPC);
     const BitField& place =
         format.isProtectionFirst ? dpc::FIRST_EIGHT_BYTES : dpc::LAST_EIGHT_BYTES;
-    return (can & TYPES[format.protectionType]) != 0 && (can & place.mask()) != 0;
+    return isProtectionAvailable(identifyNamespace, format.lbaFormat, format.protectionType) &&
+           readBits(identifyNamespace, in::DPC, place) != 0;
 }
 
 namespace {
@@ -42,7 +39,7 @@ NamespaceFormat wantedFormat(std::uint32_t cdw10) {
 
 /// The capacity in bytes stays; the number of blocks follows from it.
 void applyFormat(const core::Payload& identify, const NamespaceFormat& format) {
-    const std::uint32_t oldFormat = readBits(identify, in::FLBAS, flbas::FORMAT);
+    const std::uint32_t oldFormat = formatInUse(identify);
     const std::uint64_t bytes =
         protocols::readNumber(identify, in::NCAP) * blockSize(identify, oldFormat);
     if (format.lbaFormat != oldFormat) {

@@ -1,6 +1,7 @@
 // Namespace Management and Namespace Attachment.
 #include "simulator/NvmeExecutors.h"
 
+#include "protocols/nvme/LbaFormats.h"
 #include "simulator/TypicalDrives.h"
 
 #include <algorithm>

@@ -4,15 +4,6 @@ namespace orvel::simulator {
 
 using namespace protocols::nvme;
 
-std::uint64_t blockSize(const core::Payload& identifyNamespace, std::uint32_t lbaFormat) {
-    constexpr std::uint64_t SMALLEST_EXPONENT = 9;
-    constexpr std::uint64_t LARGEST_EXPONENT = 31;
-    const std::uint64_t exponent = protocols::readNumber(
-        identifyNamespace, fieldOf(identify_namespace::LBA_FORMATS, lbaFormat, lba_format::LBADS));
-    if (exponent < SMALLEST_EXPONENT || exponent > LARGEST_EXPONENT) return 0;
-    return std::uint64_t{1} << exponent;
-}
-
 NamespaceState stateOf(const NvmeDrive& drive, std::uint32_t nsid) {
     const auto most = protocols::readNumber(drive.identifyController, identify_controller::NN);
     if (nsid == 0 || nsid > most) return NamespaceState::INVALID;

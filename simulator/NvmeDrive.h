@@ -25,9 +25,6 @@ struct NvmeNamespace {
     bool operator==(const NvmeNamespace&) const = default;
 };
 
-/// Size of a data block in bytes, without metadata; 0 for a format that isn't available.
-std::uint64_t blockSize(const core::Payload& identifyNamespace, std::uint32_t lbaFormat);
-
 /// What a feature that is just a dword has been set to. Some features have parts, which have
 /// values of their own: each temperature threshold, each interrupt vector, or each namespace.
 struct NvmeFeature {

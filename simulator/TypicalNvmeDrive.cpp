@@ -1,6 +1,7 @@
 // What a healthy NVMe drive and its namespaces are like.
 #include "protocols/norvo/Structures.h"
 #include "protocols/norvo/Vendor.h"
+#include "protocols/nvme/LbaFormats.h"
 #include "protocols/nvme/Structures.h"
 #include "simulator/TypicalDrives.h"
 #include "simulator/TypicalStructures.h"
@@ -328,16 +329,14 @@ NvmeNamespace typicalNamespace(const NvmeDrive& drive, std::uint32_t nsid) {
 }
 
 void setNamespaceCapacity(const NvmeNamespace& one, std::uint64_t bytes) {
-    const std::uint64_t size =
-        blockSize(one.identify, readBits(one.identify, in::FLBAS, nvme::flbas::FORMAT));
+    const std::uint64_t size = nvme::blockSize(one.identify, nvme::formatInUse(one.identify));
     const std::uint64_t blocks = size > 0 ? bytes / size : 0;
     for (const auto* field : {&in::NSZE, &in::NCAP, &in::NUSE})
         writeNumber(one.identify, *field, blocks);
 }
 
 void setNamespaceBytes(const NvmeNamespace& one) {
-    const std::uint64_t size =
-        blockSize(one.identify, readBits(one.identify, in::FLBAS, nvme::flbas::FORMAT));
+    const std::uint64_t size = nvme::blockSize(one.identify, nvme::formatInUse(one.identify));
     writeWideNumber(one.identify, in::NVMCAP,
                     Number128(protocols::readNumber(one.identify, in::NCAP)) * size);
 }

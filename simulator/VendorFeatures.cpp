@@ -2,6 +2,7 @@
 #include "protocols/norvo/NativeMaximum.h"
 #include "protocols/norvo/Structures.h"
 #include "protocols/norvo/Vendor.h"
+#include "protocols/nvme/LbaFormats.h"
 #include "simulator/NvmeExecutors.h"
 
 #include <algorithm>
@@ -26,7 +27,7 @@ const core::Payload* onlyNamespace(const NvmeDrive& drive) {
 }
 
 std::uint64_t currentBlockSize(const core::Payload& identify) {
-    return blockSize(identify, readBits(identify, in::FLBAS, flbas::FORMAT));
+    return blockSize(identify, formatInUse(identify));
 }
 
 /// The number of blocks that the drive can have, in those of the current format; 0 if it has none.

@@ -21,11 +21,8 @@ namespace orvel::protocols::nvme {
 
 // The bits of command dwords: namespaces `identify_cdw10` and so on. Also for whoever executes
 // commands.
-#define BITS(group, name, lowBit, bits, meaning)                                                   \
-    namespace group {                                                                              \
-    inline constexpr BitField name{#name, meaning, lowBit, bits};                                  \
-    }
-#include "protocols/nvme/CommandBits.def"
+#define BIT_TABLE "protocols/nvme/CommandBits.def"
+#include "protocols/nvme/BitTable.def"
 
 /// The namespace identifier that stands for all namespaces, or for the whole controller.
 inline constexpr std::uint32_t ALL_NAMESPACES = 0xFFFFFFFF;

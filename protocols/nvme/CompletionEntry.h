@@ -15,20 +15,12 @@ namespace orvel::protocols::nvme {
 
 namespace completion_entry {
 inline constexpr std::uint32_t SIZE = 16;
-#define FIELD(name, offset, size, encoding, meaning)                                               \
-    inline constexpr Field name{#name, meaning, offset, size, Encoding::encoding};
-#include "protocols/nvme/CompletionEntry.def"
-inline constexpr Field ALL[] = {
-#define FIELD(name, offset, size, encoding, meaning) name,
-#include "protocols/nvme/CompletionEntry.def"
-};
+#define FIELD_TABLE "protocols/nvme/CompletionEntry.def"
+#include "protocols/FieldTable.def"
 }  // namespace completion_entry
 
-#define BITS(group, name, lowBit, bits, meaning)                                                   \
-    namespace group {                                                                              \
-    inline constexpr BitField name{#name, meaning, lowBit, bits};                                  \
-    }
-#include "protocols/nvme/CompletionEntryBits.def"
+#define BIT_TABLE "protocols/nvme/CompletionEntryBits.def"
+#include "protocols/nvme/BitTable.def"
 
 /// Completion queue entry (NVM Express Base Specification 1.4, section 4.6), a plain record.
 class CompletionEntry : public core::ProtocolResult {

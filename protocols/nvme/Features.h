@@ -6,10 +6,7 @@
 namespace orvel::protocols::nvme {
 
 // Namespaces `arbitration`, `power_management` and so on, for `readBits` and `withBits`.
-#define BITS(group, name, lowBit, bits, meaning)                                                   \
-    namespace group {                                                                              \
-    inline constexpr BitField name{#name, meaning, lowBit, bits};                                  \
-    }
-#include "protocols/nvme/FeatureBits.def"
+#define BIT_TABLE "protocols/nvme/FeatureBits.def"
+#include "protocols/nvme/BitTable.def"
 
 }  // namespace orvel::protocols::nvme

@@ -17,13 +17,8 @@ namespace orvel::protocols::nvme {
 /// Identify Controller data structure.
 namespace identify_controller {
 inline constexpr std::uint32_t SIZE = 4096;
-#define FIELD(name, offset, size, encoding, meaning)                                               \
-    inline constexpr Field name{#name, meaning, offset, size, Encoding::encoding};
-#include "protocols/nvme/IdentifyController.def"
-inline constexpr Field ALL[] = {
-#define FIELD(name, offset, size, encoding, meaning) name,
-#include "protocols/nvme/IdentifyController.def"
-};
+#define FIELD_TABLE "protocols/nvme/IdentifyController.def"
+#include "protocols/FieldTable.def"
 
 /// As power_state_descriptor tells.
 inline constexpr Entries POWER_STATES{2048, 32, 32};
@@ -32,25 +27,15 @@ inline constexpr Entries POWER_STATES{2048, 32, 32};
 /// Power State Descriptor data structure.
 namespace power_state_descriptor {
 inline constexpr std::uint32_t SIZE = 32;
-#define FIELD(name, offset, size, encoding, meaning)                                               \
-    inline constexpr Field name{#name, meaning, offset, size, Encoding::encoding};
-#include "protocols/nvme/PowerStateDescriptor.def"
-inline constexpr Field ALL[] = {
-#define FIELD(name, offset, size, encoding, meaning) name,
-#include "protocols/nvme/PowerStateDescriptor.def"
-};
+#define FIELD_TABLE "protocols/nvme/PowerStateDescriptor.def"
+#include "protocols/FieldTable.def"
 }  // namespace power_state_descriptor
 
 /// Identify Namespace data structure.
 namespace identify_namespace {
 inline constexpr std::uint32_t SIZE = 4096;
-#define FIELD(name, offset, size, encoding, meaning)                                               \
-    inline constexpr Field name{#name, meaning, offset, size, Encoding::encoding};
-#include "protocols/nvme/IdentifyNamespace.def"
-inline constexpr Field ALL[] = {
-#define FIELD(name, offset, size, encoding, meaning) name,
-#include "protocols/nvme/IdentifyNamespace.def"
-};
+#define FIELD_TABLE "protocols/nvme/IdentifyNamespace.def"
+#include "protocols/FieldTable.def"
 
 /// As lba_format tells.
 inline constexpr Entries LBA_FORMATS{128, 4, 16};
@@ -59,61 +44,36 @@ inline constexpr Entries LBA_FORMATS{128, 4, 16};
 /// LBA Format data structure.
 namespace lba_format {
 inline constexpr std::uint32_t SIZE = 4;
-#define FIELD(name, offset, size, encoding, meaning)                                               \
-    inline constexpr Field name{#name, meaning, offset, size, Encoding::encoding};
-#include "protocols/nvme/LbaFormat.def"
-inline constexpr Field ALL[] = {
-#define FIELD(name, offset, size, encoding, meaning) name,
-#include "protocols/nvme/LbaFormat.def"
-};
+#define FIELD_TABLE "protocols/nvme/LbaFormat.def"
+#include "protocols/FieldTable.def"
 }  // namespace lba_format
 
 /// What the host tells when it creates a namespace.
 namespace namespace_management {
 inline constexpr std::uint32_t SIZE = 4096;
-#define FIELD(name, offset, size, encoding, meaning)                                               \
-    inline constexpr Field name{#name, meaning, offset, size, Encoding::encoding};
-#include "protocols/nvme/NamespaceManagement.def"
-inline constexpr Field ALL[] = {
-#define FIELD(name, offset, size, encoding, meaning) name,
-#include "protocols/nvme/NamespaceManagement.def"
-};
+#define FIELD_TABLE "protocols/nvme/NamespaceManagement.def"
+#include "protocols/FieldTable.def"
 }  // namespace namespace_management
 
 /// An entry of the Error Information log page.
 namespace error_information_entry {
 inline constexpr std::uint32_t SIZE = 64;
-#define FIELD(name, offset, size, encoding, meaning)                                               \
-    inline constexpr Field name{#name, meaning, offset, size, Encoding::encoding};
-#include "protocols/nvme/ErrorInformationEntry.def"
-inline constexpr Field ALL[] = {
-#define FIELD(name, offset, size, encoding, meaning) name,
-#include "protocols/nvme/ErrorInformationEntry.def"
-};
+#define FIELD_TABLE "protocols/nvme/ErrorInformationEntry.def"
+#include "protocols/FieldTable.def"
 }  // namespace error_information_entry
 
 /// SMART / Health Information log page.
 namespace smart_health_log {
 inline constexpr std::uint32_t SIZE = 512;
-#define FIELD(name, offset, size, encoding, meaning)                                               \
-    inline constexpr Field name{#name, meaning, offset, size, Encoding::encoding};
-#include "protocols/nvme/SmartHealthLog.def"
-inline constexpr Field ALL[] = {
-#define FIELD(name, offset, size, encoding, meaning) name,
-#include "protocols/nvme/SmartHealthLog.def"
-};
+#define FIELD_TABLE "protocols/nvme/SmartHealthLog.def"
+#include "protocols/FieldTable.def"
 }  // namespace smart_health_log
 
 /// Firmware Slot Information log page.
 namespace firmware_slot_log {
 inline constexpr std::uint32_t SIZE = 512;
-#define FIELD(name, offset, size, encoding, meaning)                                               \
-    inline constexpr Field name{#name, meaning, offset, size, Encoding::encoding};
-#include "protocols/nvme/FirmwareSlotLog.def"
-inline constexpr Field ALL[] = {
-#define FIELD(name, offset, size, encoding, meaning) name,
-#include "protocols/nvme/FirmwareSlotLog.def"
-};
+#define FIELD_TABLE "protocols/nvme/FirmwareSlotLog.def"
+#include "protocols/FieldTable.def"
 
 /// The revisions; entry 0 belongs to slot 1.
 inline constexpr Entries SLOTS{8, 8, 7};
@@ -122,13 +82,8 @@ inline constexpr Entries SLOTS{8, 8, 7};
 /// Commands Supported and Effects log page.
 namespace commands_effects_log {
 inline constexpr std::uint32_t SIZE = 4096;
-#define FIELD(name, offset, size, encoding, meaning)                                               \
-    inline constexpr Field name{#name, meaning, offset, size, Encoding::encoding};
-#include "protocols/nvme/CommandsEffectsLog.def"
-inline constexpr Field ALL[] = {
-#define FIELD(name, offset, size, encoding, meaning) name,
-#include "protocols/nvme/CommandsEffectsLog.def"
-};
+#define FIELD_TABLE "protocols/nvme/CommandsEffectsLog.def"
+#include "protocols/FieldTable.def"
 
 /// One for each opcode; group `effects` tells the bits.
 inline constexpr Entries ADMIN_COMMANDS{0, 4, 256};
@@ -141,13 +96,8 @@ inline constexpr Field EFFECTS{"Effects", "Commands Supported and Effects data s
 /// Device Self-test log page.
 namespace self_test_log {
 inline constexpr std::uint32_t SIZE = 564;
-#define FIELD(name, offset, size, encoding, meaning)                                               \
-    inline constexpr Field name{#name, meaning, offset, size, Encoding::encoding};
-#include "protocols/nvme/SelfTestLog.def"
-inline constexpr Field ALL[] = {
-#define FIELD(name, offset, size, encoding, meaning) name,
-#include "protocols/nvme/SelfTestLog.def"
-};
+#define FIELD_TABLE "protocols/nvme/SelfTestLog.def"
+#include "protocols/FieldTable.def"
 
 /// Newest first, as self_test_result tells.
 inline constexpr Entries RESULTS{4, 28, 20};
@@ -156,21 +106,13 @@ inline constexpr Entries RESULTS{4, 28, 20};
 /// Self-test Result data structure.
 namespace self_test_result {
 inline constexpr std::uint32_t SIZE = 28;
-#define FIELD(name, offset, size, encoding, meaning)                                               \
-    inline constexpr Field name{#name, meaning, offset, size, Encoding::encoding};
-#include "protocols/nvme/SelfTestResult.def"
-inline constexpr Field ALL[] = {
-#define FIELD(name, offset, size, encoding, meaning) name,
-#include "protocols/nvme/SelfTestResult.def"
-};
+#define FIELD_TABLE "protocols/nvme/SelfTestResult.def"
+#include "protocols/FieldTable.def"
 }  // namespace self_test_result
 
 // The bits inside fields: namespaces `oacs`, `flbas` and so on, for `readBits` and `writeBits`.
-#define BITS(group, name, lowBit, bits, meaning)                                                   \
-    namespace group {                                                                              \
-    inline constexpr BitField name{#name, meaning, lowBit, bits};                                  \
-    }
-#include "protocols/nvme/StructureBits.def"
+#define BIT_TABLE "protocols/nvme/StructureBits.def"
+#include "protocols/nvme/BitTable.def"
 
 /// The entries of the Error Information log page, of which a drive keeps `count`: one more than
 /// field ELPE of Identify Controller tells. Newest first.

@@ -182,6 +182,28 @@ TEST(Strings, TakesNoWideCharacterForTheDigitInItsLowByte) {
     EXPECT_EQ(toInteger(std::wstring(L"\x0131")), 0U);
 }
 
+TEST(Strings, LowersTheLettersAToZ) {
+    EXPECT_EQ(lowered("AZaz @[`{ 09"), "azaz @[`{ 09");
+    EXPECT_EQ(lowered("\xC4\xD6 \xC3\x84"), "\xC4\xD6 \xC3\x84");
+    EXPECT_EQ(lowered(std::string("A\0B", 3)), std::string("a\0b", 3));
+    EXPECT_EQ(lowered(""), "");
+}
+
+TEST(Strings, TrimsBlanksAtBothEndsOnly) {
+    EXPECT_EQ(trimmed(" \t\r\nA \t\r\nB\n\r\t "), "A \t\r\nB");
+    EXPECT_EQ(trimmed("A"), "A");
+    EXPECT_EQ(trimmed(" \t\r\n"), "");
+    EXPECT_EQ(trimmed(""), "");
+    EXPECT_EQ(trimmed("\v\f\xA0"), "\v\f\xA0");
+}
+
+TEST(Strings, TrimsWhatTheCallerTakesForBlanks) {
+    EXPECT_EQ(trimmed(" \tA\t ", " "), "\tA\t");
+    EXPECT_EQ(trimmed(std::string_view("\0 A\0 B \0", 8), std::string_view(" \0", 2)),
+              std::string("A\0 B", 4));
+    EXPECT_EQ(trimmed(" A ", ""), " A ");
+}
+
 TEST(Strings, ReadsOnlyTheWordTrueAsTrue) {
     EXPECT_TRUE(toBool(std::string("true")));
     EXPECT_TRUE(toBool(std::string("True")));

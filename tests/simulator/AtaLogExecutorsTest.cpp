@@ -7,10 +7,6 @@ TaskFile smartReadLog(std::uint64_t address, std::uint16_t count = 1) {
     return smart(0xD5, address, count);
 }
 
-TaskFile writeLog(std::uint64_t lba, std::uint16_t count = 1) {
-    return {.count = count, .lba = lba, .command = 0x3F, .is48Bit = true};
-}
-
 /// An error of LBA 123456789ABCh. All bytes of a command or an error are different.
 StoredBytes makeError(std::uint8_t number) {
     StoredBytes error(124);
@@ -196,7 +192,7 @@ TEST(IdentifyDeviceLog, HasACopyOfTheData) {
     EXPECT_EQ(get(log, 0, 8), 1U);
     EXPECT_EQ(get(log, 8, 4), 0x00010002U);  // two: 0 and 1
     const core::Payload copy(log.data() + 512, 512);
-    EXPECT_EQ(copy, simulation.output({.command = 0xEC}));
+    EXPECT_EQ(copy, simulation.output(IDENTIFY));
 }
 
 TEST(NcqErrorLog, HasNoError) {

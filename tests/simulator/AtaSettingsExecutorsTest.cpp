@@ -3,10 +3,6 @@
 namespace orvel::simulator {
 namespace {
 
-TaskFile setFeatures(std::uint16_t feature, std::uint16_t count = 0) {
-    return {.feature = feature, .count = count, .command = 0xEF};
-}
-
 TEST(AtaSetFeatures, SwitchesSettings) {
     struct Row {
         const char* what;
@@ -131,7 +127,7 @@ TaskFile setMax(std::uint64_t lba, std::uint16_t count) {
 }
 
 void expectSectors(AtaSimulation& simulation, std::uint64_t sectors) {
-    const auto identify = simulation.output({.command = 0xEC});
+    const auto identify = simulation.output(IDENTIFY);
     EXPECT_EQ(get(identify, 120, 4), sectors);
     EXPECT_EQ(get(identify, 200, 8), sectors);
     EXPECT_EQ(get(identify, 460, 8), sectors);
@@ -177,7 +173,7 @@ TEST(AccessibleMaxAddress, FitsTheFieldOf28Bits) {
     simulation.drive.nativeMaxAddress = 0x1FFFFFFFF;
     put(simulation.drive.identifyDevice, 138, 0, 2);
     EXPECT_EQ(simulation.error(maxAddress(1, 0x1FFFFFFFF)), 0U);
-    const auto identify = simulation.output({.command = 0xEC});
+    const auto identify = simulation.output(IDENTIFY);
     EXPECT_EQ(get(identify, 120, 4), 0x0FFFFFFFU);
     EXPECT_EQ(get(identify, 200, 8), 0x200000000U);
     EXPECT_EQ(get(identify, 460, 8), 0x10000U);  // not supported
@@ -213,7 +209,7 @@ TEST(SetMaxAddressExt, FollowsRightBehindTheNativeAddress) {
     AtaSimulation simulation;
     EXPECT_EQ(simulation.error(setMax(0x7FFF, 1)), 0x04U);
     simulation.run(READ_NATIVE);
-    simulation.run({.command = 0xEC});
+    simulation.run(IDENTIFY);
     EXPECT_EQ(simulation.error(setMax(0x7FFF, 1)), 0x04U);
     simulation.run(READ_NATIVE);
     EXPECT_EQ(simulation.error(setMax(0x20000, 1)), 0x04U);
@@ -237,7 +233,7 @@ core::Payload image(const std::string& revision = "NEW00002", std::uint32_t leng
 }
 
 std::string revision(AtaSimulation& simulation) {
-    return textAt(simulation.output({.command = 0xEC}), 46, 8);
+    return textAt(simulation.output(IDENTIFY), 46, 8);
 }
 
 /// In words 133 to 136, which are Norvo's own.

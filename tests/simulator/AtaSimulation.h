@@ -140,6 +140,8 @@ struct AtaSimulation {
     AtaController controller{drive, [this] { return time; }};
 };
 
+inline constexpr TaskFile IDENTIFY{.command = 0xEC};
+
 inline TaskFile smart(std::uint16_t feature, std::uint64_t lbaLow = 0, std::uint16_t count = 0) {
     return {.feature = feature, .count = count, .lba = 0xC24F00 | lbaLow, .command = 0xB0};
 }
@@ -147,6 +149,15 @@ inline TaskFile smart(std::uint16_t feature, std::uint64_t lbaLow = 0, std::uint
 /// READ LOG EXT.
 inline TaskFile readLog(std::uint64_t lba, std::uint16_t count = 1) {
     return {.count = count, .lba = lba, .command = 0x2F, .is48Bit = true};
+}
+
+/// WRITE LOG EXT.
+inline TaskFile writeLog(std::uint64_t lba, std::uint16_t count = 1) {
+    return {.count = count, .lba = lba, .command = 0x3F, .is48Bit = true};
+}
+
+inline TaskFile setFeatures(std::uint16_t feature, std::uint16_t count = 0) {
+    return {.feature = feature, .count = count, .command = 0xEF};
 }
 
 /// A block that begins with these words.

@@ -35,15 +35,5 @@ TEST(NvmeDrive, TellsTheStateOfEachNamespaceIdentifier) {
     EXPECT_EQ(stateOf(drive, 0xFFFFFFFF), NamespaceState::INVALID);
 }
 
-TEST(NvmeDrive, KnowsTheSizeOfABlockInEachFormat) {
-    const StoredBytes bytes = commonNamespace();
-    EXPECT_EQ(blockSize(bytes, 0), 512U);
-    EXPECT_EQ(blockSize(bytes, 1), 4096U);
-    EXPECT_EQ(blockSize(bytes, 2), 512U);
-    EXPECT_EQ(blockSize(bytes, 3), 0U);
-    put(bytes, 130, 0xFF, 1);
-    EXPECT_EQ(blockSize(bytes, 0), 0U);
-}
-
 }  // namespace
 }  // namespace orvel::simulator

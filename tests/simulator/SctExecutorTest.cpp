@@ -3,7 +3,7 @@
 namespace orvel::simulator {
 namespace {
 
-constexpr TaskFile SCT_WRITE{.count = 1, .lba = 0xE0, .command = 0x3F, .is48Bit = true};
+const TaskFile SCT_WRITE = writeLog(0xE0);
 const TaskFile SCT_STATUS = readLog(0xE0);
 const TaskFile SCT_DATA = readLog(0xE1);
 
@@ -116,16 +116,10 @@ TEST(Sct, TakesOnePageOfAddressE0) {
     AtaSimulation simulation;
     const core::Payload block = blockOf({5, 1, 2});
     EXPECT_EQ(simulation.error(SCT_WRITE, core::Payload(511)), 0x04U);
-    EXPECT_EQ(simulation.error({.count = 2, .lba = 0xE0, .command = 0x3F, .is48Bit = true},
-                               core::Payload(1024)),
-              0x04U);
-    EXPECT_EQ(simulation.error({.count = 0, .lba = 0xE0, .command = 0x3F, .is48Bit = true}, block),
-              0x04U);
-    EXPECT_EQ(
-        simulation.error({.count = 1, .lba = 0x01E0, .command = 0x3F, .is48Bit = true}, block),
-        0x04U);
-    EXPECT_EQ(simulation.error({.count = 1, .lba = 0xE1, .command = 0x3F, .is48Bit = true}, block),
-              0x04U);
+    EXPECT_EQ(simulation.error(writeLog(0xE0, 2), core::Payload(1024)), 0x04U);
+    EXPECT_EQ(simulation.error(writeLog(0xE0, 0), block), 0x04U);
+    EXPECT_EQ(simulation.error(writeLog(0x01E0), block), 0x04U);
+    EXPECT_EQ(simulation.error(writeLog(0xE1), block), 0x04U);
     EXPECT_EQ(simulation.drive, makeAtaDrive());
 }
 
@@ -280,11 +274,11 @@ TEST(SctFeatures, WaitForTheNextPowerOn) {
 
 TEST(SctFeatures, ForceTheWriteCache) {
     SctSimulation simulation;
-    const TaskFile on{.feature = 0x02, .command = 0xEF};
+    const TaskFile on = setFeatures(0x02);
     EXPECT_EQ(simulation.extendedStatus({4, 1, 1, 3, 1}), 0U);
     EXPECT_EQ(simulation.word(85), 0x0449U);
     EXPECT_EQ(simulation.error(on), 0x04U);
-    EXPECT_EQ(simulation.error({.feature = 0x82, .command = 0xEF}), 0x04U);
+    EXPECT_EQ(simulation.error(setFeatures(0x82)), 0x04U);
     simulation.controller.powerCycle();
     EXPECT_EQ(simulation.word(85), 0x0449U);
     EXPECT_EQ(simulation.extendedStatus({4, 1, 1, 1, 0}), 0U);

@@ -209,7 +209,7 @@ TEST(Security, ForbidsMuchWhileLocked) {
     };
 
     const Row ROWS[] = {
-        {"IDENTIFY DEVICE", {.command = 0xEC}, 0},
+        {"IDENTIFY DEVICE", IDENTIFY, 0},
         {"SMART READ DATA", smart(0xD0), 0},
         {"READ LOG EXT", readLog(0), 0},
         {"READ NATIVE MAX ADDRESS EXT", {.command = 0x27, .is48Bit = true}, 0},
@@ -373,7 +373,7 @@ TEST(SecurityEraseUnit, FollowsRightBehindItsPreparation) {
     SecuredSimulation simulation;
     EXPECT_EQ(simulation.error(ERASE_UNIT, with(0x0000, "user")), 0x04U);
     simulation.run(ERASE_PREPARE);
-    simulation.run({.command = 0xEC});
+    simulation.run(IDENTIFY);
     EXPECT_EQ(simulation.error(ERASE_UNIT, with(0x0000, "user")), 0x04U);
     simulation.run(ERASE_PREPARE);
     simulation.controller.powerCycle();

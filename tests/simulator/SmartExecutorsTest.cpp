@@ -200,7 +200,7 @@ TEST(SelfTest, IsAbortedByTheHost) {
 TEST(SelfTest, GoesOnWithOtherCommands) {
     AtaSimulation simulation;
     simulation.run(smart(0xD4, 0x01));
-    simulation.run({.command = 0xEC});
+    simulation.run(IDENTIFY);
     simulation.run(smart(0xD4, 0x04));  // refused
     EXPECT_EQ(testStatus(simulation), 0xF9U);
 }

@@ -10,6 +10,7 @@
 #include "interfaces/orveli/identification/NorvoProducts.h"
 #include "protocols/norvo/NativeMaximum.h"
 #include "protocols/norvo/Structures.h"
+#include "protocols/nvme/LbaFormats.h"
 #include "protocols/nvme/Structures.h"
 
 #include <cstdint>
@@ -31,8 +32,6 @@ namespace name_space = nvme::identify_namespace;
 namespace {
 
 constexpr std::uint32_t FIRST_NAMESPACE = 1;
-constexpr std::uint64_t SMALLEST_LBADS = 9;  // what is less means that there is no such format
-constexpr std::uint64_t LARGEST_LBADS = 31;
 
 struct BitsRow {
     AttributeFunction attribute;
@@ -136,13 +135,11 @@ std::uint32_t firstNamespace(Device& device) {
 }
 
 void storeBlockSizes(Device& device, const Payload& data) {
-    const std::uint32_t format = nvme::readBits(data, name_space::FLBAS, nvme::flbas::FORMAT);
-    const Payload lbaFormat = protocols::readEntry(data, name_space::LBA_FORMATS, format);
-    const std::uint64_t exponent = readNumber(lbaFormat, nvme::lba_format::LBADS);
-    const std::uint64_t metadata = readNumber(lbaFormat, nvme::lba_format::MS);
+    const std::uint32_t format = nvme::formatInUse(data);
+    const std::uint64_t metadata = nvme::metadataSize(data, format);
+    const std::uint64_t dataSize = nvme::blockSize(data, format);
     storeNumber(device, attributes::MetadataSize(), metadata);
-    if (exponent < SMALLEST_LBADS || exponent > LARGEST_LBADS) return;
-    const std::uint64_t dataSize = std::uint64_t{1} << exponent;
+    if (dataSize == 0) return;
     const bool isExtended =
         nvme::readBits(data, name_space::FLBAS, nvme::flbas::METADATA_AT_END) != 0;
     storeNumber(device, attributes::SectorDataSize(), dataSize);

@@ -52,4 +52,8 @@ std::optional<std::uint64_t> AtaReadings::findStatistic(std::uint8_t page,
     return statistic.value;
 }
 
+void AtaReadings::explainNothing(const core::xml::XmlObject& drive) const {
+    if (drive.getProperties().empty() && !(refusal == Status())) throw refusal;
+}
+
 }  // namespace orvel::interfaces::orveli::jobs

@@ -4,6 +4,7 @@
 #include "core/Device.h"
 #include "core/Payload.h"
 #include "core/Status.h"
+#include "core/xml/XmlObject.h"
 #include "interfaces/orveli/jobs/SmartAttributes.h"
 #include "protocols/Field.h"
 
@@ -30,8 +31,9 @@ public:
     /// The value of a row of a page of the Device Statistics log; nothing if it isn't valid.
     std::optional<std::uint64_t> findStatistic(std::uint8_t page, const protocols::Field& row);
 
-    /// Why something was absent: the first refusal; success if there was none.
-    const core::Status& firstRefusal() const { return refusal; }
+    /// For the end of a report: throws the first refusal if there was one and `drive` shows
+    /// nothing.
+    void explainNothing(const core::xml::XmlObject& drive) const;
 
 private:
     /// Keeps a refusal, and throws everything else on.

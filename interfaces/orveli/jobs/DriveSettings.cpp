@@ -1,5 +1,6 @@
 #include "interfaces/orveli/jobs/DriveSettings.h"
 
+#include "core/Strings.h"
 #include "features/DeviceAttributes.h"
 #include "features/FeatureStatuses.h"
 #include "features/JobProperties.h"
@@ -10,11 +11,8 @@
 #include "protocols/norvo/Vendor.h"
 #include "protocols/nvme/Features.h"
 
-#include <boost/algorithm/string/case_conv.hpp>
-
 #include <cstdint>
 #include <iterator>
-#include <locale>
 #include <map>
 
 namespace orvel::interfaces::orveli::jobs::drive_settings {
@@ -148,23 +146,19 @@ bool isFor(const Device& device, Drives drives) {
     return false;
 }
 
-std::string lowered(const std::string& name) {
-    return boost::algorithm::to_lower_copy(name, std::locale::classic());
-}
-
 /// The rows by name in small letters. Made once: whole fleets are shown, name by name.
 const std::multimap<std::string, const Setting*>& rowsByName() {
     static const auto rows = [] {
         std::multimap<std::string, const Setting*> byName;
         for (const Setting& row : SETTINGS)
-            byName.emplace(lowered(row.descriptor().getName()), &row);
+            byName.emplace(core::strings::lowered(row.descriptor().getName()), &row);
         return byName;
     }();
     return rows;
 }
 
 const Setting* findRow(const Device& device, const std::string& name) {
-    const auto [first, last] = rowsByName().equal_range(lowered(name));
+    const auto [first, last] = rowsByName().equal_range(core::strings::lowered(name));
     for (auto row = first; row != last; ++row) {
         if (isFor(device, row->second->drives)) return row->second;
     }

@@ -1,5 +1,6 @@
 #include "interfaces/orveli/jobs/FirmwareModule.h"
 
+#include "core/Strings.h"
 #include "interfaces/orveli/jobs/NumberText.h"
 
 #include <boost/crc.hpp>
@@ -118,20 +119,12 @@ bool isRevision(std::string_view text) {
     return isWord(text, MAX_REVISION) && text.find(' ') == std::string_view::npos;
 }
 
-std::string_view trimmed(std::string_view text) {
-    while (text.starts_with(' '))
-        text.remove_prefix(1);
-    while (text.ends_with(' '))
-        text.remove_suffix(1);
-    return text;
-}
-
 std::vector<std::string> splitAtCommas(std::string_view text) {
     std::vector<std::string> parts;
     std::size_t end = 0;
     while (end != std::string_view::npos) {
         end = text.find(',');
-        parts.emplace_back(trimmed(text.substr(0, end)));
+        parts.push_back(core::strings::trimmed(text.substr(0, end), " "));
         text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
     }
     return parts;

@@ -311,8 +311,7 @@ void addAta(Device& device, const std::vector<std::string>& names, XmlObject& dr
             addSmartRow(drive, readings, row);
     }
     addSmartJudgement(device, names, drive, readings);
-    const bool hasNothing = drive.getProperties().empty();
-    if (hasNothing && !(readings.firstRefusal() == Status())) throw readings.firstRefusal();
+    readings.explainNothing(drive);
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include "protocols/ata/IdentifyDevice.h"
 #include "protocols/norvo/NativeMaximum.h"
 #include "protocols/norvo/Vendor.h"
+#include "protocols/nvme/LbaFormats.h"
 #include "protocols/nvme/Structures.h"
 
 namespace orvel::interfaces::orveli::jobs {
@@ -88,17 +89,11 @@ struct BlockFormat {
 
 /// Throws 10/3 if there is no such namespace, or nothing that can be its size.
 BlockFormat readFormat(Device& device) {
-    namespace in = nvme::identify_namespace;
-    constexpr std::uint64_t SMALLEST_EXPONENT = 9;
-    constexpr std::uint64_t LARGEST_EXPONENT = 31;
     const Payload identify = nvme_access::identify(device, nvme::cns::NAMESPACE, FIRST_NAMESPACE);
-    const std::uint32_t format = nvme::readBits(identify, in::FLBAS, nvme::flbas::FORMAT);
-    const Payload lbaFormat = protocols::readEntry(identify, in::LBA_FORMATS, format);
-    const std::uint64_t exponent = protocols::readNumber(lbaFormat, nvme::lba_format::LBADS);
-    if (exponent < SMALLEST_EXPONENT || exponent > LARGEST_EXPONENT)
-        throw statuses::featureNotSupportedByDrive();
-    return {std::uint64_t{1} << exponent,
-            protocols::readNumber(lbaFormat, nvme::lba_format::MS) != 0};
+    const std::uint32_t format = nvme::formatInUse(identify);
+    const std::uint64_t dataBytes = nvme::blockSize(identify, format);
+    if (dataBytes == 0) throw statuses::featureNotSupportedByDrive();
+    return {dataBytes, nvme::metadataSize(identify, format) != 0};
 }
 
 /// The highest native LBA in blocks of this size. Throws 10/3 if the drive doesn't tell one.

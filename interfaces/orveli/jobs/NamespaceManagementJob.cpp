@@ -9,6 +9,7 @@
 #include "interfaces/orveli/jobs/NumberText.h"
 #include "interfaces/orveli/jobs/NvmeBits.h"
 #include "interfaces/orveli/jobs/StatusWords.h"
+#include "protocols/nvme/LbaFormats.h"
 #include "protocols/nvme/Structures.h"
 
 #include <string>
@@ -67,14 +68,10 @@ nvme_access::Answer send(Device& device, const nvme::AdminCommand& command,
 }
 
 /// DPS of a namespace with this type of protection information; 10/29 if there is none such.
-std::uint8_t dataProtection(const Payload& common, std::uint8_t type, std::uint64_t metadataBytes) {
-    constexpr std::uint64_t PROTECTION_BYTES = 8;
-    constexpr nvme::BitField TYPES[] = {nvme::dpc::TYPE_1, nvme::dpc::TYPE_2, nvme::dpc::TYPE_3};
+std::uint8_t dataProtection(const Payload& common, std::uint8_t format, std::uint8_t type) {
     if (type == 0) return 0;
-    if (type > std::size(TYPES) || metadataBytes < PROTECTION_BYTES ||
-        !has(common, in::DPC, TYPES[type - 1U])) {
+    if (!nvme::isProtectionAvailable(common, format, type))
         throw statuses::invalidProtectionInformation();
-    }
     const std::uint32_t isFirst = has(common, in::DPC, nvme::dpc::LAST_EIGHT_BYTES) ? 0 : 1;
     return static_cast<std::uint8_t>(placeBits(nvme::dps::TYPE, type) |
                                      placeBits(nvme::dps::FIRST_EIGHT_BYTES, isFirst));
@@ -172,14 +169,13 @@ Payload NamespaceManagementJob::newNamespace(Device& device) const {
     const Payload common =
         nvme_access::identify(device, nvme::cns::NAMESPACE, nvme::ALL_NAMESPACES);
     if (format > readNumber(common, in::NLBAF)) throw statuses::lbaFormatNotSupported();
-    const auto metadataBytes =
-        readNumber(common, fieldOf(in::LBA_FORMATS, format, nvme::lba_format::MS));
+    const bool hasMetadata = nvme::metadataSize(common, format) != 0;
     const std::uint32_t isExtended =
-        metadataBytes != 0 && !has(common, in::MC, nvme::mc::SEPARATE) ? 1 : 0;
+        hasMetadata && !has(common, in::MC, nvme::mc::SEPARATE) ? 1 : 0;
     wanted.formattedLbaSize =
         static_cast<std::uint8_t>(placeBits(nvme::flbas::FORMAT, format) |
                                   placeBits(nvme::flbas::METADATA_AT_END, isExtended));
-    wanted.dataProtection = dataProtection(common, protection, metadataBytes);
+    wanted.dataProtection = dataProtection(common, format, protection);
     return makeNewNamespace(wanted);
 }
 

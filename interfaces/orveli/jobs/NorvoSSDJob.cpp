@@ -15,11 +15,8 @@
 #include "protocols/norvo/Structures.h"
 #include "protocols/nvme/Structures.h"
 
-#include <boost/algorithm/string/case_conv.hpp>
-
 #include <cstdint>
 #include <functional>
-#include <locale>
 #include <map>
 #include <optional>
 #include <utility>
@@ -44,10 +41,6 @@ constexpr char FOLDER_SEPARATOR = '~';
 
 bool isNamed(const Attribute& attribute, const std::string& name) {
     return core::strings::equals(attribute.getName(), name, true);
-}
-
-std::string lowered(const std::string& name) {
-    return boost::algorithm::to_lower_copy(name, std::locale::classic());
 }
 
 /// For programs, and in part of a thousand bytes: nothing to show.
@@ -171,10 +164,12 @@ Status NorvoSSDJob::report(Device& device, XmlObject& drive) {
 void NorvoSSDJob::addAll(Device& device, XmlObject& drive) const {
     std::map<std::string, Attribute> all;  // by name in small letters
     for (const Attribute& attribute : device.getAttributes()) {
-        if (!isHidden(attribute)) all.insert_or_assign(lowered(attribute.getName()), attribute);
+        if (!isHidden(attribute))
+            all.insert_or_assign(core::strings::lowered(attribute.getName()), attribute);
     }
     const auto take = [&](const std::optional<Attribute>& attribute) {
-        if (attribute) all.insert_or_assign(lowered(attribute->getName()), *attribute);
+        if (attribute)
+            all.insert_or_assign(core::strings::lowered(attribute->getName()), *attribute);
     };
     for (const std::string& name : drive_settings::namesFor(device)) {
         take(tryTo([&] {

@@ -107,8 +107,7 @@ void addAta(Device& device, XmlObject& drive) {
     addBlocks(performance::TotalLBAsWritten(), general::LogicalSectorsWritten, TOTAL_HOST_WRITES);
     addCommands(totals::HostReadCommands(), general::NumberOfReadCommands);
     addCommands(totals::HostWriteCommands(), general::NumberOfWriteCommands);
-    const bool hasNothing = drive.getProperties().empty();
-    if (hasNothing && !(readings.firstRefusal() == Status())) throw readings.firstRefusal();
+    readings.explainNothing(drive);
 }
 
 }  // namespace

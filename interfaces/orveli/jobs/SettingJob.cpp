@@ -17,13 +17,6 @@ namespace tags = core::xml::tags;
 
 namespace {
 
-std::string trimmed(const std::string& text) {
-    constexpr const char* BLANKS = " \t\r\n";
-    const std::size_t first = text.find_first_not_of(BLANKS);
-    if (first == std::string::npos) return {};
-    return text.substr(first, text.find_last_not_of(BLANKS) - first + 1);
-}
-
 /// The last property of this name that the request wants set: it is the one that counts.
 std::optional<std::string> findRequestedText(const core::xml::XmlElement* request,
                                              const std::string& name) {
@@ -54,7 +47,7 @@ SettingJob::SettingJob(const std::string& name, Kind kind, const std::string& ti
 
 std::string SettingJob::textOf(const Attribute& property) const {
     const auto requested = findRequestedText(getRequest(), property.getName());
-    return trimmed(requested ? *requested : property.valueAsString());
+    return strings::trimmed(requested ? *requested : property.valueAsString());
 }
 
 std::uint32_t SettingJob::numberOf(const Attribute& property, const Range& range,

@@ -309,6 +309,7 @@ TEST(IdentifyDevice, HasEachRowOfItsBits) {
         EXPECT_EQ(ALL_BITS[i].word, row.word);
         EXPECT_EQ(row.bits.mask(), row.mask);
         EXPECT_EQ(ALL_BITS[i].mask(), row.mask);
+        EXPECT_LE(row.bits.high, 15);
         EXPECT_STRNE(row.bits.meaning, "");
     }
 }

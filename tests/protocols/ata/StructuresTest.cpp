@@ -631,18 +631,5 @@ TEST(AtaStructures, HasSolidStateDeviceStatistics) {
 
 // clang-format on
 
-TEST(AtaStructures, KnowsWhenRowsAreOutOfOrder) {
-    constexpr Field FIRST{"A", "", 0, 2, Encoding::NUMBER};
-    constexpr Field SECOND{"B", "", 2, 2, Encoding::NUMBER};
-    constexpr Field OVERLAPPING{"C", "", 1, 2, Encoding::NUMBER};
-    constexpr Field GOOD[] = {FIRST, SECOND};
-    constexpr Field SHARED[] = {FIRST, OVERLAPPING};
-    constexpr Field REVERSED[] = {SECOND, FIRST};
-    EXPECT_TRUE(areInOrder(GOOD, 4));
-    EXPECT_FALSE(areInOrder(GOOD, 3));
-    EXPECT_FALSE(areInOrder(SHARED, 4));
-    EXPECT_FALSE(areInOrder(REVERSED, 4));
-}
-
 }  // namespace
 }  // namespace orvel::protocols::ata
