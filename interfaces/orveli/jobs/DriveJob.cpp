@@ -194,6 +194,15 @@ void requireNoRaidMember(const Device& device) {
         throw features::statuses::notRunnableOnRaidMember();
 }
 
+void requireNoPartitions(Device& device) {
+    if (device.checkPartitions() == core::statuses::deviceHasPartitions())
+        throw features::statuses::driveContainsPartition();
+    for (const auto& [name, path] : device.getCommandPaths()) {
+        const Status status = path->checkPartitions();
+        if (!(status == core::statuses::deviceHasNoPartitions())) throw status;
+    }
+}
+
 Status successWith(const std::string& words) {
     Status status;
     status.setMessage(words);

@@ -1,6 +1,5 @@
 #include "interfaces/orveli/jobs/MaxAddressJob.h"
 
-#include "core/CoreStatuses.h"
 #include "features/DeviceAttributes.h"
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
@@ -140,8 +139,7 @@ Status MaxAddressJob::set(Device& device, const core::Attribute& property) {
     requireName(property, features::max_address::MaximumLBA());
     const MaxAddressGoal goal(textOf(property));
     requireNoRaidMember(device);
-    if (device.checkPartitions() == core::statuses::deviceHasPartitions())
-        throw statuses::driveContainsPartition();
+    requireNoPartitions(device);
     if (isNvme(device)) {
         setOnNvme(device, goal);
     } else {

@@ -311,6 +311,19 @@ TEST(FormatJob, RefusesADriveWithPartitionsUnlessForced) {
     EXPECT_EQ(run(drive, {{"Type", "Delete"}, {"Force", "true"}}).output, SUCCESS);
 }
 
+TEST(FormatJob, NeedsForceIfThePathCannotTellOfPartitions) {
+    ScriptedDrive drive = nvmeDrive();
+    drive.onNvme(FORMAT_NVM, 0x00, {{}});
+    drive.onPartitionCheck(core::Status(1, 13, "Permission denied"));
+    const Outcome outcome = run(drive, {{"Type", "Delete"}});
+    EXPECT_EQ(outcome.status.toString(), "Category: 1\nCode: 13\nMessage: Permission denied");
+    EXPECT_TRUE(drive.sentNvme().empty());
+    drive.onPartitionCheck(core::Status(0, 2, "Device has one or more partitions."));
+    expectCode(run(drive, {{"Type", "Delete"}}), 94);
+    drive.onPartitionCheck(core::Status(1, 13, "Permission denied"));
+    EXPECT_EQ(run(drive, {{"Type", "Delete"}, {"Force", "true"}}).output, SUCCESS);
+}
+
 ReturnedTaskFile returned(std::uint16_t count, std::uint64_t lba = 0, std::uint8_t status = 0x50) {
     ReturnedTaskFile one;
     one.status = status;

@@ -353,6 +353,12 @@ TEST_F(MaxAddress, IsNeitherForRaidMembersNorForDrivesWithPartitions) {
     EXPECT_EQ(drive.sentAta().size() + nvmeDrive.sentNvme().size(), 0U);
 }
 
+TEST_F(MaxAddress, IsNotForADriveWhosePathCannotTellOfPartitions) {
+    drive.onPartitionCheck(core::Status(1, 13, "Permission denied"));
+    EXPECT_EQ(setMaximum("native"), "1/13 Permission denied");
+    EXPECT_TRUE(drive.sentAta().empty());
+}
+
 TEST_F(MaxAddress, ReadsItsPropertyBeforeItLooksAtTheDrive) {
     EXPECT_EQ(setMaximum("much"), INVALID_PARAMETER);
     EXPECT_EQ(setMaximum("0"), INVALID_VALUE);
