@@ -9,6 +9,7 @@
 #include "protocols/ata/Structures.h"
 
 #include <string_view>
+#include <tuple>
 #include <utility>
 
 namespace orvel::interfaces::orveli::jobs {
@@ -119,7 +120,7 @@ ReturnedTaskFile AtaErase::sanitizeStatus() {
 void AtaErase::sanitize(Sanitize method) {
     requireSanitize(ata_access::identifyDevice(device), method);
     if (isFrozen(sanitizeStatus())) throw statuses::sanitizeFrozen();
-    // So that a failure doesn't leave a drive that takes no other command.
+    // So that a failure can be cleared.
     constexpr auto MODE = SanitizeFailureMode::STATUS_EXT_SUFFICES;
     const auto answer = ata_access::ask(
         device, method == Sanitize::BLOCK_ERASE ? blockEraseExt(MODE) : cryptoScrambleExt(MODE));
@@ -134,10 +135,10 @@ void AtaErase::waitForSanitize() {
     constexpr std::uint64_t WHOLE = 100;
     for (int look = 0; look < MAX_LOOKS; ++look) {
         const ReturnedTaskFile now = sanitizeStatus();
-        if (!now.isSuccess()) throw sanitizeRefusal(now);
+        if (!now.isSuccess()) throw withoutSanitizeFailure(sanitizeRefusal(now));
         if ((now.count & sanitize_status::IN_PROGRESS) == 0) {
             if ((now.count & sanitize_status::COMPLETED_WITHOUT_ERROR) == 0)
-                throw statuses::sanitizeFailed();
+                throw withoutSanitizeFailure(statuses::sanitizeFailed());
             return;
         }
         progress(static_cast<std::uint8_t>((now.lba & PARTS_MASK) * WHOLE /
@@ -145,6 +146,11 @@ void AtaErase::waitForSanitize() {
         pause(BETWEEN_LOOKS);
     }
     throw statuses::sanitizeFailedForUnknownReason();
+}
+
+Status AtaErase::withoutSanitizeFailure(const Status& failure) {
+    std::ignore = isDone(device, sanitizeStatusExt(SanitizeFailure::CLEAR));
+    return failure;
 }
 
 void AtaErase::secureErase(EraseMode mode) {

@@ -40,6 +40,10 @@ public:
 private:
     protocols::ata::ReturnedTaskFile sanitizeStatus();
     void waitForSanitize();
+
+    /// The failure, after the drive was told to forget it: until then it takes hardly a command.
+    core::Status withoutSanitizeFailure(const core::Status& failure);
+
     void prepareAndErase(protocols::ata::EraseMode mode);
 
     /// The failure, after the password that was set for the erase is taken away again.

@@ -446,6 +446,20 @@ TEST(FormatJob, TellsThatSanitizeFailed) {
     EXPECT_EQ(waited, std::chrono::hours(4));
 }
 
+TEST(FormatJob, ClearsTheFailureOfASanitizeOperationSoThatTheDriveTakesCommandsAgain) {
+    const ReturnedTaskFile failures[] = {returned(0, 0x01, 0x51), returned(0)};
+    for (const ReturnedTaskFile& failure : failures) {
+        ScriptedDrive drive = sataDrive(BLOCK_ERASE, 0);
+        drive.onAta(0xB4, 0x00, 0x00,
+                    {{.returned = returned(0)}, {.returned = failure}, {.returned = returned(0)}});
+        drive.onAta(0xB4, 0x12, 0x72, {{}});
+        expectCode(run(drive, {{"Type", "ATASanitize"}}), 25);
+        EXPECT_EQ(commands(drive), (Commands{0xB400, 0xB412, 0xB400, 0xB400}));
+        EXPECT_EQ(drive.sentAta().end()[-2].taskFile.count, 0x00);
+        EXPECT_EQ(drive.sentAta().back().taskFile.count, 0x01);
+    }
+}
+
 void letErase(ScriptedDrive& drive) {
     for (const int command : {0xF1, 0xF3, 0xF4, 0xF6})
         drive.onAta(static_cast<std::uint8_t>(command), 0, 0, {{}});
