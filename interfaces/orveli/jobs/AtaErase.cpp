@@ -156,26 +156,51 @@ Status AtaErase::withoutSanitizeFailure(const Status& failure) {
 void AtaErase::secureErase(EraseMode mode) {
     const Payload identify = ata_access::identifyDevice(device);
     requireSecureErase(identify, mode);
-    const auto data = userPasswordData(password(), MasterPasswordCapability::HIGH);
-    if (!isDone(device, securitySetPassword(), data)) throw statuses::securitySetPasswordFailed();
+    setPassword();
     const TimeLimit limit(device, AtaCommand::COMMAND_SET, eraseSeconds(identify, mode));
     prepareAndErase(mode);
 }
 
+void AtaErase::setPassword() {
+    const auto data = userPasswordData(password(), MasterPasswordCapability::HIGH);
+    try {
+        if (ata_access::ask(device, securitySetPassword(), data).returned.isSuccess()) return;
+    } catch (const Status& unanswered) {
+        throw withoutPassword(unanswered);  // the drive may have taken it
+    }
+    throw statuses::securitySetPasswordFailed();
+}
+
 /// The erase takes the password away. Where it fails, nobody is to be locked out.
 void AtaErase::prepareAndErase(EraseMode mode) {
-    if (!isDone(device, securityErasePrepare()))
-        throw withoutPassword(statuses::secureErasePrepareFailed());
+    sendWithPassword(securityErasePrepare(), {}, statuses::secureErasePrepareFailed());
     const auto data = eraseUnitData(PasswordKind::USER, password(), mode);
-    if (!isDone(device, securityEraseUnit(), data))
-        throw withoutPassword(statuses::secureEraseUnitFailed());
+    sendWithPassword(securityEraseUnit(), data, statuses::secureEraseUnitFailed());
+}
+
+void AtaErase::sendWithPassword(const AtaCommand& command, const Payload& data,
+                                const Status& refusal) {
+    Status problem = refusal;
+    try {
+        if (ata_access::ask(device, command, data).returned.isSuccess()) return;
+    } catch (const Status& unanswered) {
+        problem = unanswered;
+    }
+    throw withoutPassword(problem);
 }
 
 Status AtaErase::withoutPassword(const Status& failure) {
     const auto data = disablePasswordData(PasswordKind::USER, password());
     if (isDone(device, securityDisablePassword(), data)) return failure;
-    return withWords(failure, "The drive has kept the user password \"" + std::string(PASSWORD) +
-                                  "\", which was set for the erase.");
+    std::string kept = "may have kept";
+    try {
+        if (!isSet(ata_access::identifyDevice(device), id::word_128::ENABLED)) return failure;
+        kept = "has kept";
+    } catch (const Status&) {
+        // Nobody can tell.
+    }
+    return withWords(failure, "The drive " + kept + " the user password \"" +
+                                  std::string(PASSWORD) + "\", which was set for the erase.");
 }
 
 }  // namespace orvel::interfaces::orveli::jobs

@@ -557,17 +557,45 @@ TEST(FormatJob, TakesThePasswordAwayIfTheEraseFails) {
     }
 }
 
+const core::Status IO_ERROR(1, 5, "Input/output error.");
+
 TEST(FormatJob, TellsThePasswordThatItCannotTakeAway) {
     ScriptedDrive drive = sataDrive(0, SECURITY);
     letErase(drive);
-    drive.onAta(0xF4, 0, 0, {{.pathStatus = core::Status(1, 5, "Input/output error")}});
-    drive.onAta(0xF6, 0, 0, {{.pathStatus = core::Status(1, 5, "Input/output error")}});
+    drive.onAta(0xEC, 0, 0,
+                {{.data = identifyDevice(0, SECURITY)}, {.data = identifyDevice(0, 0x03)}});
+    drive.onAta(0xF4, 0, 0, {{.returned = returned(0, 0, 0x51)}});
+    drive.onAta(0xF6, 0, 0, {{.pathStatus = IO_ERROR}});
     const Outcome outcome = run(drive, {{"Type", "ATASecureErase"}});
     expectCode(outcome, 9);
     EXPECT_EQ(outcome.status.getMessage(),
               "Secure Erase Unit command failed. Reboot and try again. If error persists, consider "
               "using a DOS-based tool for Secure Erase. The drive has kept the user password "
               "\"tavik\", which was set for the erase.");
+}
+
+TEST(FormatJob, TellsThePathsStatusIfNoAnswerComesToAnEraseAndTakesThePasswordAway) {
+    for (const int command : {0xF1, 0xF3, 0xF4}) {
+        SCOPED_TRACE(command);
+        ScriptedDrive drive = sataDrive(0, SECURITY);
+        letErase(drive);
+        drive.onAta(static_cast<std::uint8_t>(command), 0, 0, {{.pathStatus = IO_ERROR}});
+        EXPECT_EQ(run(drive, {{"Type", "ATASecureErase"}}).status.toString(),
+                  "Category: 1\nCode: 5\nMessage: Input/output error.");
+        EXPECT_EQ(commands(drive).back(), 0xF600);
+    }
+}
+
+TEST(FormatJob, TellsOfAPasswordThatTheDriveMayHaveTakenWithoutAnAnswer) {
+    ScriptedDrive drive = sataDrive(0, SECURITY);
+    drive.onAta(0xF1, 0, 0, {{.pathStatus = IO_ERROR}});
+    EXPECT_EQ(run(drive, {{"Type", "ATASecureErase"}}).status.toString(),
+              "Category: 1\nCode: 5\nMessage: Input/output error.")
+        << "without a password the drive refuses to disable one";
+    drive.onAta(0xEC, 0, 0, {{.data = identifyDevice(0, SECURITY)}, {.pathStatus = IO_ERROR}});
+    EXPECT_EQ(run(drive, {{"Type", "ATASecureErase"}}).status.toString(),
+              "Category: 1\nCode: 5\nMessage: Input/output error. The drive may have kept the user "
+              "password \"tavik\", which was set for the erase.");
 }
 
 TEST(FormatJob, MeetsNoDriveThatNobodyNamed) {
