@@ -182,6 +182,7 @@ Status RequestDesk::run(Job& job, std::unique_ptr<XmlElement> request,
 Status RequestDesk::select(const XmlObject& request, core::Device::Devices& devices) {
     const bool wantsScan = core::strings::toBool(readValue(request, SCAN).value_or(""));
     if (wantsScan || !hasScanned) {
+        hasScanned = false;  // a scan that fails leaves what no request is to be served from
         manager.scan();
         hasScanned = true;
     }
