@@ -17,6 +17,18 @@ TEST(AnswerStore, GivesEachAnswerAHandleOfItsOwn) {
     EXPECT_NE(first, second);
 }
 
+TEST(AnswerStore, HasNoAnswerForAHandleOfAStoreThatIsGone) {
+    std::uint64_t stale = 0;
+    {
+        AnswerStore store;
+        stale = store.put("old");
+    }
+    AnswerStore store;
+    EXPECT_NE(store.put("new"), stale);
+    std::uint32_t size = 0;
+    EXPECT_EQ(store.fetch(stale, nullptr, &size), 1U);
+}
+
 TEST(AnswerStore, TellsTheSizeToWhoHasNoBuffer) {
     AnswerStore store;
     const auto handle = store.put("seven b");

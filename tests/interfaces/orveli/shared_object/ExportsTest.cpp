@@ -113,6 +113,7 @@ TEST_F(ExportsTest, UnloadingForgetsTheAnswers) {
     const std::uint64_t handle = library.sendText("no XML");
     library.unload();
     ASSERT_EQ(library.load(1), 0U);
+    EXPECT_NE(library.sendText("no XML"), handle);
     std::uint32_t size = 0;
     EXPECT_EQ(library.receive(handle, nullptr, &size), 1U);
 }
