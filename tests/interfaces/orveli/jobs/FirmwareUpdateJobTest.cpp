@@ -219,6 +219,9 @@ Payload identifyDevice(std::uint8_t word119 = 0x10, std::uint8_t security = 0x01
     for (std::uint32_t place = 0; place < revision.size(); ++place)
         *data[46 + (place ^ 1U)] = static_cast<std::uint8_t>(revision[place]);
     *data[83 * 2] = word83;
+    *data[83 * 2 + 1] = 0x40;
+    *data[86 * 2 + 1] = 0x80;  // word 119 counts
+    *data[87 * 2 + 1] = 0x40;
     *data[119 * 2] = word119;
     *data[119 * 2 + 1] = 0x40;
     *data[128 * 2] = security;
@@ -395,6 +398,10 @@ TEST(FirmwareUpdateJob, RefusesDrivesThatAreNotToBeUpdated) {
 
     ScriptedDrive without = sataDrive(identifyDevice(0x10, 0x01, "NX45A120", 0x00), {0x0E});
     EXPECT_EQ(run(without, folder).status.getCode(), 69);
+    const Payload invalid = identifyDevice();
+    *invalid[83 * 2 + 1] = 0x00;
+    ScriptedDrive untold = sataDrive(invalid, {0x0E});
+    EXPECT_EQ(run(untold, folder).status.getCode(), 69);
     ScriptedDrive nvme = nvmeDrive();
     nvme.onNvme(IDENTIFY, 0x01, {{.data = identifyController(0, 0x12, "NX45A120", 0xFB)}});
     EXPECT_EQ(run(nvme, folder).status.getCode(), 69);

@@ -45,10 +45,12 @@ Reply unreachable() {
     return reply;
 }
 
-/// IDENTIFY DEVICE data with these words.
-Reply identified(const std::map<std::uint32_t, std::uint16_t>& words) {
+/// IDENTIFY DEVICE data with these words, and with what makes all of them valid.
+Reply identified(const std::map<std::uint32_t, std::uint16_t>& own) {
     Reply reply;
     reply.data = core::Payload(512);
+    auto words = own;
+    words.insert({{76, 0x0100}, {83, 0x4000}, {87, 0x4000}});
     for (const auto& [word, value] : words) {
         *reply.data[word * 2] = static_cast<std::uint8_t>(value);
         *reply.data[word * 2 + 1] = static_cast<std::uint8_t>(value >> 8U);
@@ -386,6 +388,8 @@ TEST_F(SataSettings, DipmMayBeMissingRefusedOrIgnored) {
     onIdentify({identified({{79, 0x0008}})});
     EXPECT_EQ(set<DipmJob>(drive, property), "10/47 Drive does not support DIPM.");
     EXPECT_EQ(sentCount(), 1U);
+    onIdentify({identified({{76, 0x0000}, {78, 0x0008}})});
+    EXPECT_EQ(set<DipmJob>(drive, property), "10/47 Drive does not support DIPM.");
     onIdentify({identified({{78, 0x0008}})});
     EXPECT_EQ(set<DipmJob>(drive, property),
               "0/10 ATA command reported a problem. SET FEATURES: error register 0x04.");
@@ -491,6 +495,8 @@ TEST_F(SataSettings, NothingIsSetForADriveWithoutAWriteCache) {
     EXPECT_EQ(set<WriteCacheJob>(drive, {"WriteCacheReorderingStateEnabled", "boolean", "True"}),
               REFUSAL);
     EXPECT_EQ(sentCount(), 3U);
+    onIdentify({identified({{82, WRITE_CACHE}, {83, 0xFFFF}})});
+    EXPECT_EQ(set<WriteCacheJob>(drive, {"WriteCacheEnabled", "boolean", "True"}), REFUSAL);
 }
 
 // EnduranceAnalyzer.
