@@ -44,11 +44,12 @@ std::vector<DownloadMode> modesFor(const Payload& identify, const FirmwareModule
 
 }  // namespace
 
-void AtaFirmwareTransfer::requireReadiness() {
+std::string AtaFirmwareTransfer::requireReadiness() {
     const Payload identify = ata_access::identifyDevice(device);
     if (!isReported(identify, id::word_83::DOWNLOAD_MICROCODE))
         throw statuses::firmwareUpdateNeedsUpdateTool();
     if (isSet(identify, id::word_128::ENABLED)) throw statuses::ataSecurityEnabled();
+    return readText(identify, id::FirmwareRevision);
 }
 
 FirmwareTransfer::Outcome AtaFirmwareTransfer::send(const FirmwareModule& module) {
