@@ -6,6 +6,8 @@
 #include "protocols/ata/IdentifyDevice.h"
 #include "protocols/ata/Structures.h"
 
+#include <algorithm>
+
 namespace orvel::interfaces::orveli::jobs {
 
 using core::Payload;

@@ -5,6 +5,8 @@
 #include "interfaces/orveli/jobs/TimeLimit.h"
 #include "protocols/nvme/Structures.h"
 
+#include <algorithm>
+
 namespace orvel::interfaces::orveli::jobs {
 
 using core::Device;

@@ -8,6 +8,7 @@
 #include "protocols/nvme/Structures.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 
 namespace orvel::interfaces::orveli::jobs {
