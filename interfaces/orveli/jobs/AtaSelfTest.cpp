@@ -103,8 +103,9 @@ void AtaSelfTest::runToEnd(Type type) {
     const TimeLimit limit(device, AtaCommand::COMMAND_SET, captiveSeconds(before, test));
     const auto answer = ata_access::ask(device, smartExecuteOfflineImmediate(test.captive));
     const std::uint8_t status = execution(ata_access::read(device, smartReadData())).status;
-    if (status != WITHOUT_ERROR && status != IN_PROGRESS)
-        throw failure(statusText(StatusType::SELF_TEST, status));
+    // Perhaps the drive only started it, whatever it was told.
+    if (status == IN_PROGRESS) throw statuses::driveSelfTestInProgress();
+    if (status != WITHOUT_ERROR) throw failure(statusText(StatusType::SELF_TEST, status));
     if (!answer.returned.isSuccess()) throw failure("The drive refused to start it.");
 }
 

@@ -155,6 +155,13 @@ TEST(DriveSelfTestJob, TellsWhyASataDriveFailedItsTest) {
                  "of the test failed.");
 }
 
+TEST(DriveSelfTestJob, DoesNotTakeATestThatStillRunsForOneThatCameToAGoodEnd) {
+    ScriptedDrive drive = sataDrive();
+    drive.onAta(SMART, READ_DATA, 0, {{.data = smartData(0)}, {.data = smartData(0xF9)}});
+    drive.onAta(SMART, EXECUTE, 0x81, {{}});
+    expectStatus(run(drive, "short"), 209, "Drive Self-Test Already In Progress.");
+}
+
 TEST(DriveSelfTestJob, TellsOfARefusalBySataDrives) {
     ScriptedDrive drive = sataDrive();
     expectStatus(run(drive, "short"), 45, "Drive self-test failed. The drive refused to start it.");
