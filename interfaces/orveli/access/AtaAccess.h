@@ -35,9 +35,13 @@ core::Payload identifyDevice(core::Device& device);
 core::Payload readLog(core::Device& device, std::uint8_t logAddress, std::uint16_t firstPage,
                       std::uint16_t pages);
 
-// SCT through SMART logs. As `send` and `read`.
+// SCT through SMART logs, or while SMART is disabled by General Purpose Logging. As `send` and
+// `read`, and each throws 10/60 for a drive with SMART disabled that has nothing else.
 
-/// Gives the SCT command of `data` and returns the drive's answer.
+/// Gives the SCT command of `data` and returns the drive's answer, also a refusal.
+Answer askSct(core::Device& device, const core::Payload& data);
+
+/// The same, but throws a refusal.
 Answer sct(core::Device& device, const core::Payload& data);
 core::Payload sctStatus(core::Device& device);
 core::Payload sctTable(core::Device& device, std::uint16_t tableId, std::uint8_t pages);

@@ -35,7 +35,7 @@ bool canSave(Device& device, std::uint8_t feature) {
 void set(Device& device, const SctSetting& setting, const Status& refusal) {
     const core::Payload request = ata::sct::setFeature(setting.feature, setting.state,
                                                        ata::sct::FeatureLifetime::OVER_POWER_OFF);
-    const auto answer = ata_access::ask(device, ata::sctCommand(ata::LogAccess::SMART), request);
+    const auto answer = ata_access::askSct(device, request);
     if (!answer.returned.isSuccess()) throw refusal;
 }
 

@@ -50,7 +50,7 @@ Reply identified(const std::map<std::uint32_t, std::uint16_t>& own) {
     Reply reply;
     reply.data = core::Payload(512);
     auto words = own;
-    words.insert({{76, 0x0100}, {83, 0x4000}, {87, 0x4000}});
+    words.insert({{76, 0x0100}, {83, 0x4000}, {85, 0x0001}, {87, 0x4000}});
     for (const auto& [word, value] : words) {
         *reply.data[word * 2] = static_cast<std::uint8_t>(value);
         *reply.data[word * 2 + 1] = static_cast<std::uint8_t>(value >> 8U);
