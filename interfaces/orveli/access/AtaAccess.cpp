@@ -2,6 +2,7 @@
 
 #include "core/CommandResult.h"
 #include "core/CoreStatuses.h"
+#include "core/StatusWords.h"
 #include "core/Strings.h"
 #include "features/FeatureStatuses.h"
 #include "protocols/ata/IdentifyDevice.h"
@@ -17,10 +18,9 @@ using namespace protocols::ata;
 namespace {
 
 Status refusal(const AtaCommand& command, const ReturnedTaskFile& returned) {
-    Status problem = core::statuses::ataCommandProblem();
-    problem.setMessage(problem.getMessage() + " " + command.getName() + ": error register 0x" +
-                       core::strings::toHexString(returned.error, 2) + ".");
-    return problem;
+    return core::withWords(core::statuses::ataCommandProblem(),
+                           command.getName() + ": error register 0x" +
+                               core::strings::toHexString(returned.error, 2) + ".");
 }
 
 Answer accepted(const AtaCommand& command, Answer answer) {

@@ -1,10 +1,10 @@
 #include "interfaces/orveli/identification/Identification.h"
 
+#include "core/Exceptions.h"
+#include "core/StatusWords.h"
 #include "core/Strings.h"
 #include "features/DeviceAttributes.h"
 #include "features/FeatureStatuses.h"
-
-#include <exception>
 
 namespace orvel::interfaces::orveli::identification {
 
@@ -37,10 +37,9 @@ Status attempt(Device& device, const std::function<void()>& step) {
         step();
     } catch (const Status& status) {
         return fail(device, status);
-    } catch (const std::exception& exception) {
-        Status status = orvel::features::statuses::dataRetrievalFailed();
-        status.setMessage(status.getMessage() + " " + exception.what());
-        return fail(device, status);
+    } catch (...) {
+        return fail(device, core::withWords(orvel::features::statuses::dataRetrievalFailed(),
+                                            core::statusOfCurrentException().getMessage()));
     }
     return {};
 }

@@ -1,16 +1,10 @@
-// A status with more to say than its row.
+// The words behind a status, by the name that jobs use.
 #pragma once
 
-#include "core/Status.h"
-
-#include <string>
+#include "core/StatusWords.h"
 
 namespace orvel::interfaces::orveli::jobs {
 
-/// The status with `words` behind its own, after a blank. Category and code stay.
-inline core::Status withWords(core::Status status, const std::string& words) {
-    status.setMessage(status.getMessage() + " " + words);
-    return status;
-}
+using core::withWords;
 
 }  // namespace orvel::interfaces::orveli::jobs

@@ -168,6 +168,8 @@ TEST(DriveJob, AnErrorOfTheProgramCostsOnlyTheAnswerOfItsDrive) {
     const Outcome setting = runJob(job, SET, {first.getDevice()});
     EXPECT_EQ(statusOf(setting.status), "1/5");
     EXPECT_EQ(setting.status.getMessage(), "Long.");
+    job.setter = [](const core::Attribute&) -> core::Status { throw 7; };
+    EXPECT_EQ(statusOf(runJob(job, SET, {first.getDevice()}).status), "1/5");
 }
 
 TEST(DriveJob, APropertyRequestThatFailsTellsSoInTheDrivesObject) {
