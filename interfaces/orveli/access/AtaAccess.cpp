@@ -123,8 +123,4 @@ std::uint16_t sctFeature(core::Device& device, sct::Feature feature) {
     return sct::returnedValue(sct(device, sct::returnFeatureState(feature)).returned);
 }
 
-void setSctFeature(core::Device& device, sct::Feature feature, std::uint16_t state) {
-    sct(device, sct::setFeature(feature, state, sct::FeatureLifetime::OVER_POWER_OFF));
-}
-
 }  // namespace orvel::interfaces::orveli::ata_access

@@ -49,7 +49,4 @@ core::Payload sctTable(core::Device& device, std::uint16_t tableId, std::uint8_t
 /// State of an SCT feature.
 std::uint16_t sctFeature(core::Device& device, protocols::ata::sct::Feature feature);
 
-/// Sets it so that it outlasts power cycles.
-void setSctFeature(core::Device& device, protocols::ata::sct::Feature feature, std::uint16_t state);
-
 }  // namespace orvel::interfaces::orveli::ata_access

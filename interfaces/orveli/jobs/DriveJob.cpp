@@ -190,10 +190,4 @@ void requireNoPartitions(Device& device) {
     }
 }
 
-Status successWith(const std::string& words) {
-    Status status;
-    status.setMessage(words);
-    return status;
-}
-
 }  // namespace orvel::interfaces::orveli::jobs

@@ -100,7 +100,4 @@ void requireNoRaidMember(const core::Device& device);
 /// any: to the device that counts as none.
 void requireNoPartitions(core::Device& device);
 
-/// Success with words that come behind "Set ... successful."
-core::Status successWith(const std::string& words);
-
 }  // namespace orvel::interfaces::orveli::jobs

@@ -44,9 +44,4 @@ std::uint32_t AnswerStore::fetch(std::uint64_t handle, char* buffer, std::uint32
     return SUCCESS;
 }
 
-void AnswerStore::clear() {
-    const std::lock_guard lock(mutex);
-    answers.clear();
-}
-
 }  // namespace orvel::interfaces::orveli::library

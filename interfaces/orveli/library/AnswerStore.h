@@ -23,9 +23,6 @@ public:
     /// `size` is null.
     std::uint32_t fetch(std::uint64_t handle, char* buffer, std::uint32_t* size);
 
-    /// Forgets all answers.
-    void clear();
-
 private:
     std::mutex mutex;
     std::map<std::uint64_t, std::string> answers;  ///< guarded by mutex

@@ -171,14 +171,5 @@ TEST(AtaAccess, ReadsTheStateOfAnSctFeature) {
     EXPECT_EQ(drive.sentAta()[0].input, structure(512, {{0, {4, 0, 2, 0, 1}}}));
 }
 
-TEST(AtaAccess, SetsAnSctFeatureForGood) {
-    ScriptedDrive drive("ATA");
-    drive.onAta(SMART, WRITE_LOG, SCT_COMMAND_STATUS, {{}});
-    ata_access::setSctFeature(*drive.getDevice(), ata::sct::Feature::TEMPERATURE_LOGGING_INTERVAL,
-                              0x0105);
-    ASSERT_EQ(drive.sentAta().size(), 1U);
-    EXPECT_EQ(drive.sentAta()[0].input, structure(512, {{0, {4, 0, 1, 0, 3, 0, 5, 1, 1}}}));
-}
-
 }  // namespace
 }  // namespace orvel::interfaces::orveli

@@ -82,16 +82,5 @@ TEST(AnswerStore, RefusesWhatItCantServe) {
     EXPECT_EQ(store.fetch(0, buffer, &size), 1U);
 }
 
-TEST(AnswerStore, ForgetsAllAnswersButNoHandle) {
-    AnswerStore store;
-    const auto old = store.put("old");
-    store.clear();
-    const auto young = store.put("new");
-    std::uint32_t size = 0;
-    EXPECT_EQ(store.fetch(old, nullptr, &size), 1U);
-    EXPECT_EQ(store.fetch(young, nullptr, &size), 8U);
-    EXPECT_NE(old, young);
-}
-
 }  // namespace
 }  // namespace orvel::interfaces::orveli::library
