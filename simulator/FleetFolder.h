@@ -50,8 +50,7 @@ public:
     std::chrono::milliseconds now();
 
     /// Keeps what has changed since `open`, if it isn't the time alone, and unlocks, if it is open.
-    /// Throws core::Status by
-    /// value, 10/168 with the file; it is unlocked all the same.
+    /// Throws core::Status by value, 10/168 with the file; it is unlocked all the same.
     void commit();
 
     /// Forgets what has changed and unlocks.
