@@ -135,7 +135,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view input = fuzz::textOf(data, size);
     const auto separator = input.rfind('\xFF');
     const std::string file(input.substr(0, separator));
-    std::string logFile = "/tmp/changed.log";
+    std::string logFile = "/no/such/folder/changed.log";
     if (separator != std::string_view::npos) {
         // A word of a command line ends at its first NUL byte, and an empty one is refused.
         logFile = input.substr(separator + 1);

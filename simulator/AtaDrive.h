@@ -67,8 +67,7 @@ struct AtaSettings {
 };
 
 /// What a SATA drive knows of the last command only. It outlasts neither the end of those commands
-/// that belong together nor power, and doesn't make drives different: so that those who merely look
-/// at a drive don't change it.
+/// that belong together nor power.
 struct AtaVolatileState {
     bool isErasePrepared = false;          ///< it was SECURITY ERASE PREPARE
     bool hasReadNativeMaxAddress = false;  ///< it was READ NATIVE MAX ADDRESS EXT
@@ -76,8 +75,12 @@ struct AtaVolatileState {
     std::uint16_t sctAction = 0;
     std::uint16_t sctFunction = 0;
     StoredBytes sctData;  ///< of the last SCT command, until it is read
+};
 
-    bool operator==(const AtaVolatileState& /*other*/) const { return true; }
+/// A part that the comparison of the whole passes over: any two are equal.
+template <class Part>
+struct NotCompared : Part {
+    bool operator==(const NotCompared& /*other*/) const { return true; }
 };
 
 /// A plain record; a copy is a drive of its own. What stands in a structure that the drive shows is
@@ -119,7 +122,7 @@ struct AtaDrive {
     std::map<std::uint32_t, StoredBytes> downloadedMicrocode;  ///< pieces by offset in blocks
     std::string deferredRevision;  ///< firmware that waits for its activation; empty for none
 
-    AtaVolatileState volatileState;
+    NotCompared<AtaVolatileState> volatileState;  ///< a drive that was only looked at is the same
 
     bool operator==(const AtaDrive&) const = default;
 };

@@ -1,6 +1,7 @@
 #include "simulator/FleetFolder.h"
 
 #include "core/Files.h"
+#include "core/StatusWords.h"
 #include "features/FeatureStatuses.h"
 #include "simulator/AtaController.h"
 #include "simulator/DefaultFleet.h"
@@ -32,9 +33,8 @@ constexpr const char* POWER_CYCLE = "power-cycle";
 constexpr std::size_t MAX_FILE_SIZE = LONGEST_JSON;
 
 /// The row with the file, and what is wrong with it, behind its text.
-core::Status about(core::Status row, const std::string& file, const std::string& problem) {
-    row.setMessage(row.getMessage() + " " + file + ": " + problem);
-    return row;
+core::Status about(const core::Status& row, const std::string& file, const std::string& problem) {
+    return core::withWords(row, file + ": " + problem);
 }
 
 core::Status readFailure(const std::string& file, const std::string& problem) {

@@ -54,8 +54,7 @@ public:
     void pass(std::chrono::milliseconds time);
 
     /// Keeps what has changed since `open`, if it isn't the time alone, and unlocks, if it is open.
-    /// Throws core::Status by
-    /// value, 10/168 with the file; it is unlocked all the same.
+    /// Throws core::Status by value, 10/168 with the file; it is unlocked all the same.
     void commit();
 
     /// Forgets what has changed and unlocks.

@@ -315,7 +315,7 @@ AtaAnswer readSctData(AtaDrive& drive, std::uint32_t pages) {
 
 void resetSct(AtaDrive& drive) {
     namespace fields = sct_status;
-    drive.volatileState = AtaVolatileState();
+    drive.volatileState = NotCompared<AtaVolatileState>();
     drive.recoveryTimers = drive.recoveryTimersAtPowerOn;
     for (const auto& field : {fields::OverLimitCount, fields::UnderLimitCount})
         writeNumber(drive.sctStatus, field, 0);

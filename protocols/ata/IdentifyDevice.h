@@ -1,4 +1,5 @@
-// IDENTIFY DEVICE data below its fields: bits, the world wide name, the integrity word.
+// IDENTIFY DEVICE data below its fields: bits and what makes them valid, the size, the world wide
+// name, the integrity word.
 #pragma once
 
 #include "core/Payload.h"
@@ -43,6 +44,19 @@ void writeBits(const core::Payload& identify, const Bits& bits, std::uint16_t va
 
 /// Whether any of the bits is one.
 bool isSet(const core::Payload& identify, const Bits& bits);
+
+/// Whether the bits' word means anything: ACS-4, "IDENTIFY DEVICE data", has a check for some
+/// words.
+bool isValid(const core::Payload& identify, const Bits& bits);
+
+/// Whether any of the bits is one in a word that is valid.
+bool isReported(const core::Payload& identify, const Bits& bits);
+
+/// Logical sectors that the user can address, from whichever words tell them; 0 if none does.
+std::uint64_t sectorCount(const core::Payload& identify);
+
+/// Of a logical sector, in bytes.
+std::uint64_t sectorSize(const core::Payload& identify);
 
 /// Words 108 to 111, the first with the most significant bits.
 std::uint64_t readWorldWideName(const core::Payload& identify);

@@ -168,6 +168,7 @@ TEST(AsyncEngineStop, HasACallbackThreadThatItWakesDeliverOneCommandAndLeave) {
 }
 
 TEST(AsyncEngineStop, HasACallbackThreadGoOnThatIsWokenForNothing) {
+    // A thread that took the wake for an end would leave the last callback out, and the test hang.
     EventList events;
     WaitObserver observer;
     Gate wait;

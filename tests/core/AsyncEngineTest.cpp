@@ -141,7 +141,7 @@ TEST(AsyncEngine, NumbersItsSendersFromZero) {
 
 TEST(AsyncEngine, SendsWithTwoSendersAtTheSameTime) {
     EventList events;
-    // Neither send ends before the other has begun.
+    // Neither send ends before the other has begun: one after the other they would hang here.
     std::latch bothAreSending(2);
     GatedEngine engine(events, 2, 1);
     engine.onSend = [&](int, auto&) { bothAreSending.arrive_and_wait(); };
@@ -152,6 +152,7 @@ TEST(AsyncEngine, SendsWithTwoSendersAtTheSameTime) {
 
 TEST(AsyncEngine, DeliversWithTwoCallbackThreadsAtTheSameTime) {
     EventList events;
+    // Likewise: one after the other the callbacks would hang here.
     std::latch bothAreDelivering(2);
     GatedEngine engine(events, 1, 2);
     engine.onCallback = [&](CompletionRecord*) { bothAreDelivering.arrive_and_wait(); };
@@ -162,6 +163,7 @@ TEST(AsyncEngine, DeliversWithTwoCallbackThreadsAtTheSameTime) {
 
 TEST(AsyncEngine, SendsWhileACallbackRuns) {
     EventList events;
+    // The callback stays where it is until the end. If it held up the sender, the test would hang.
     GatedEngine engine(events, 1, 1);
     engine.callbackGate.shut();
     engine.submit(0);

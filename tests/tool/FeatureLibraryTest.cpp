@@ -245,12 +245,13 @@ TEST_F(FeatureLibraryTest, SwitchesTheLibrarysLogOn) {
         clearOrders();
         order("enable_logger_code", row.code);
         EXPECT_EQ(load([](FeatureLibrary& library) {
-                      return std::string(library.enableLog("/tmp/a b.log") ? "taken" : "refused");
+                      return std::string(library.enableLog("/no/such/folder/a b.log") ? "taken"
+                                                                                      : "refused");
                   }),
                   row.outcome);
         EXPECT_EQ(calls(), std::string("GetVer() = 20000400\n"
                                        "Load(1)\n"
-                                       "EnableLogger(\"/tmp/a b.log\", 0, 1) = ") +
+                                       "EnableLogger(\"/no/such/folder/a b.log\", 0, 1) = ") +
                                row.code + "\nUnload()\n");
     }
 }

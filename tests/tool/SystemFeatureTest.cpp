@@ -470,7 +470,7 @@ TEST_F(SystemFeatureTest, WritesASettingAsItIsGiven) {
         {0, "EnableLog", "true", enableLog("5", "true")},
         {0, "EnableLog", "TRUE", enableLog("5", "TRUE")},
         {0, "EnableLog", "False", enableLog("6", "False")},
-        {1, "LogFile", "/tmp/x.log", logFile("11", "/tmp/x.log")},
+        {1, "LogFile", "/no/such/folder/x.log", logFile("22", "/no/such/folder/x.log")},
         {1, "LogFile", "a,b c=d", logFile("8", "a,b c=d")},
         {1, "LogFile", "true", logFile("5", "true")},
         {1, "LogFile", " ", logFile("2", " ")},

@@ -2,8 +2,11 @@
 
 #include "core/CommandResult.h"
 #include "core/CoreStatuses.h"
+#include "core/StatusWords.h"
 #include "core/Strings.h"
 #include "features/FeatureStatuses.h"
+
+#include <optional>
 
 namespace orvel::interfaces::orveli::ata_access {
 
@@ -13,13 +16,54 @@ using namespace protocols::ata;
 
 namespace {
 
-constexpr LogAccess ACCESS = LogAccess::SMART;
-
 Status refusal(const AtaCommand& command, const ReturnedTaskFile& returned) {
-    Status problem = core::statuses::ataCommandProblem();
-    problem.setMessage(problem.getMessage() + " " + command.getName() + ": error register 0x" +
-                       core::strings::toHexString(returned.error, 2) + ".");
-    return problem;
+    return core::withWords(core::statuses::ataCommandProblem(),
+                           command.getName() + ": error register 0x" +
+                               core::strings::toHexString(returned.error, 2) + ".");
+}
+
+Answer accepted(const AtaCommand& command, Answer answer) {
+    if (!answer.returned.isSuccess()) throw refusal(command, answer.returned);
+    return answer;
+}
+
+Payload complete(const AtaCommand& command, const Payload& data) {
+    if (data.size() < command.getTransferLength())
+        throw core::statuses::ioCommandReturnedTooLittleData();
+    return data;
+}
+
+/// While SMART is disabled, its logs are closed. The way that is left then, or 10/60 if there is
+/// none; nothing if SMART isn't what is in the way.
+std::optional<LogAccess> findWayAroundSmart(core::Device& device) {
+    using namespace identify_device;
+    const AtaCommand command = protocols::ata::identifyDevice();
+    const Answer answer = ask(device, command);
+    const Payload& data = answer.data;
+    if (!answer.returned.isSuccess() || data.size() < command.getTransferLength())
+        return std::nullopt;
+    if (!isValid(data, word_85::SMART) || isSet(data, word_85::SMART)) return std::nullopt;
+    if (isReported(data, word_84::GPL) || isReported(data, word_87::GPL))
+        return LogAccess::GENERAL_PURPOSE;
+    throw features::statuses::smartNotEnabled();
+}
+
+struct SctAnswer {
+    LogAccess access;
+    AtaCommand command;
+    Answer answer;
+};
+
+/// `make` is `sctCommand` or `sctStatus`.
+SctAnswer askByEitherWay(core::Device& device, AtaCommand (*make)(LogAccess),
+                         const Payload& input = {}) {
+    SctAnswer first{LogAccess::SMART, make(LogAccess::SMART), {}};
+    first.answer = ask(device, first.command, input);
+    if (first.answer.returned.isSuccess()) return first;
+    const auto other = findWayAroundSmart(device);
+    if (!other) return first;
+    const AtaCommand command = make(*other);
+    return {*other, command, ask(device, command, input)};
 }
 
 }  // namespace
@@ -35,16 +79,11 @@ Answer ask(core::Device& device, const AtaCommand& command, const Payload& input
 }
 
 Answer send(core::Device& device, const AtaCommand& command, const Payload& input) {
-    Answer answer = ask(device, command, input);
-    if (!answer.returned.isSuccess()) throw refusal(command, answer.returned);
-    return answer;
+    return accepted(command, ask(device, command, input));
 }
 
 Payload read(core::Device& device, const AtaCommand& command) {
-    const Payload data = send(device, command).data;
-    if (data.size() < command.getTransferLength())
-        throw core::statuses::ioCommandReturnedTooLittleData();
-    return data;
+    return complete(command, send(device, command).data);
 }
 
 Payload identifyDevice(core::Device& device) {
@@ -91,25 +130,28 @@ Payload readLog(core::Device& device, std::uint8_t logAddress, std::uint16_t fir
     return read(device, readLogExt(logAddress, firstPage, pages));
 }
 
+Answer askSct(core::Device& device, const Payload& data) {
+    return askByEitherWay(device, sctCommand, data).answer;
+}
+
 Answer sct(core::Device& device, const Payload& data) {
-    return send(device, sctCommand(ACCESS), data);
+    const SctAnswer given = askByEitherWay(device, sctCommand, data);
+    return accepted(given.command, given.answer);
 }
 
 Payload sctStatus(core::Device& device) {
-    return read(device, protocols::ata::sctStatus(ACCESS));
+    const SctAnswer given = askByEitherWay(device, protocols::ata::sctStatus);
+    return complete(given.command, accepted(given.command, given.answer).data);
 }
 
 Payload sctTable(core::Device& device, std::uint16_t tableId, std::uint8_t pages) {
-    sct(device, sct::readDataTable(tableId));
-    return read(device, sctReadData(ACCESS, pages));
+    const SctAnswer given = askByEitherWay(device, sctCommand, sct::readDataTable(tableId));
+    accepted(given.command, given.answer);
+    return read(device, sctReadData(given.access, pages));
 }
 
 std::uint16_t sctFeature(core::Device& device, sct::Feature feature) {
     return sct::returnedValue(sct(device, sct::returnFeatureState(feature)).returned);
-}
-
-void setSctFeature(core::Device& device, sct::Feature feature, std::uint16_t state) {
-    sct(device, sct::setFeature(feature, state, sct::FeatureLifetime::OVER_POWER_OFF));
 }
 
 }  // namespace orvel::interfaces::orveli::ata_access

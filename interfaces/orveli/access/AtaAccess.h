@@ -52,17 +52,18 @@ void requireSct(core::Device& device, const protocols::ata::identify_device::Bit
 /// Throws 10/3 for a drive that says that it hasn't the General Purpose Logging feature set.
 void requireGeneralPurposeLogs(core::Device& device);
 
-// SCT through SMART logs. As `send` and `read`.
+// SCT through SMART logs, or while SMART is disabled by General Purpose Logging. As `send` and
+// `read`, and each throws 10/60 for a drive with SMART disabled that has nothing else.
 
-/// Gives the SCT command of `data` and returns the drive's answer.
+/// Gives the SCT command of `data` and returns the drive's answer, also a refusal.
+Answer askSct(core::Device& device, const core::Payload& data);
+
+/// The same, but throws a refusal.
 Answer sct(core::Device& device, const core::Payload& data);
 core::Payload sctStatus(core::Device& device);
 core::Payload sctTable(core::Device& device, std::uint16_t tableId, std::uint8_t pages);
 
 /// State of an SCT feature.
 std::uint16_t sctFeature(core::Device& device, protocols::ata::sct::Feature feature);
-
-/// Sets it so that it outlasts power cycles.
-void setSctFeature(core::Device& device, protocols::ata::sct::Feature feature, std::uint16_t state);
 
 }  // namespace orvel::interfaces::orveli::ata_access

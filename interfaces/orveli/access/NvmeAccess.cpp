@@ -2,6 +2,7 @@
 
 #include "core/CommandResult.h"
 #include "core/CoreStatuses.h"
+#include "core/StatusWords.h"
 
 namespace orvel::interfaces::orveli::nvme_access {
 
@@ -37,10 +38,8 @@ Answer send(core::Device& device, const AdminCommand& command, const Payload& in
 }
 
 Status refusal(const AdminCommand& command, const StatusCode& status) {
-    Status problem = core::statuses::nvmeCommandProblem();
-    problem.setMessage(problem.getMessage() + " " + command.getName() + ": " + statusText(status) +
-                       ".");
-    return problem;
+    return core::withWords(core::statuses::nvmeCommandProblem(),
+                           command.getName() + ": " + statusText(status) + ".");
 }
 
 Payload identify(core::Device& device, std::uint8_t cns, std::uint32_t nsid,

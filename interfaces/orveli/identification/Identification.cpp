@@ -1,11 +1,12 @@
 #include "interfaces/orveli/identification/Identification.h"
 
+#include "core/Exceptions.h"
+#include "core/StatusWords.h"
 #include "core/Strings.h"
 #include "features/DeviceAttributes.h"
 #include "features/FeatureStatuses.h"
 
 #include <algorithm>
-#include <exception>
 
 namespace orvel::interfaces::orveli::identification {
 
@@ -19,12 +20,6 @@ bool isTextByte(std::uint8_t byte) {
     constexpr std::uint8_t FIRST_PRINTABLE = 0x20;
     constexpr std::uint8_t LAST_PRINTABLE = 0x7E;
     return byte == 0 || (byte >= FIRST_PRINTABLE && byte <= LAST_PRINTABLE);
-}
-
-Status retrievalFailure(const std::string& words) {
-    Status status = orvel::features::statuses::dataRetrievalFailed();
-    status.setMessage(status.getMessage() + " " + words);
-    return status;
 }
 
 Status fail(Device& device, const Status& status) {
@@ -49,7 +44,8 @@ void requireText(const core::Payload& structure, protocols::Fields texts) {
     for (const protocols::Field& field : texts) {
         const core::Payload bytes = protocols::readBytes(structure, field);
         if (!std::all_of(bytes.data(), bytes.data() + bytes.size(), isTextByte))
-            throw retrievalFailure("The Identify data make no sense.");
+            throw core::withWords(orvel::features::statuses::dataRetrievalFailed(),
+                                  "The Identify data make no sense.");
     }
 }
 
@@ -58,8 +54,9 @@ Status attempt(Device& device, const std::function<void()>& step) {
         step();
     } catch (const Status& status) {
         return fail(device, status);
-    } catch (const std::exception& exception) {
-        return fail(device, retrievalFailure(exception.what()));
+    } catch (...) {
+        return fail(device, core::withWords(orvel::features::statuses::dataRetrievalFailed(),
+                                            core::statusOfCurrentException().getMessage()));
     }
     return {};
 }

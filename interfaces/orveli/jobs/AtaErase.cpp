@@ -1,14 +1,15 @@
 #include "interfaces/orveli/jobs/AtaErase.h"
 
+#include "core/StatusWords.h"
 #include "features/FeatureStatuses.h"
 #include "interfaces/orveli/access/AtaAccess.h"
-#include "interfaces/orveli/jobs/StatusWords.h"
 #include "interfaces/orveli/jobs/TimeLimit.h"
 #include "protocols/ata/IdentifyDevice.h"
 #include "protocols/ata/StatusCodes.h"
 #include "protocols/ata/Structures.h"
 
 #include <string_view>
+#include <tuple>
 #include <utility>
 
 namespace orvel::interfaces::orveli::jobs {
@@ -42,7 +43,8 @@ Status sanitizeRefusal(const ReturnedTaskFile& returned) {
     constexpr std::uint16_t FROZEN_REASON = 0x03;
     const auto reason = static_cast<std::uint16_t>(returned.lba & REASON);
     if (reason == FROZEN_REASON) return statuses::sanitizeFrozen();
-    return withWords(statuses::sanitizeFailed(), statusText(StatusType::SANITIZE_ERROR, reason));
+    return core::withWords(statuses::sanitizeFailed(),
+                           statusText(StatusType::SANITIZE_ERROR, reason));
 }
 
 void requireSanitize(const Payload& identify, AtaErase::Sanitize method) {
@@ -62,9 +64,10 @@ void requireSecureErase(const Payload& identify, EraseMode mode) {
     if (isSet(identify, id::word_128::FROZEN)) throw statuses::securityFrozen();
     // A new password would take the place of the owner's, who needs it if the erase fails.
     if (isSet(identify, id::word_128::ENABLED))
-        throw withWords(statuses::securitySetPasswordFailed(), "The drive has a password already.");
+        throw core::withWords(statuses::securitySetPasswordFailed(),
+                              "The drive has a password already.");
     if (mode == EraseMode::ENHANCED && !isSet(identify, id::word_128::ENHANCED_ERASE))
-        throw withWords(statuses::invalidProperty(), "The drive has no enhanced erase mode.");
+        throw core::withWords(statuses::invalidProperty(), "The drive has no enhanced erase mode.");
 }
 
 /// Twice what the drive tells, at least an hour.
@@ -119,7 +122,7 @@ ReturnedTaskFile AtaErase::sanitizeStatus() {
 void AtaErase::sanitize(Sanitize method) {
     requireSanitize(ata_access::identifyDevice(device), method);
     if (isFrozen(sanitizeStatus())) throw statuses::sanitizeFrozen();
-    // So that a failure doesn't leave a drive that takes no other command.
+    // So that a failure can be cleared.
     constexpr auto MODE = SanitizeFailureMode::STATUS_EXT_SUFFICES;
     const auto answer = ata_access::ask(
         device, method == Sanitize::BLOCK_ERASE ? blockEraseExt(MODE) : cryptoScrambleExt(MODE));
@@ -134,10 +137,10 @@ void AtaErase::waitForSanitize() {
     constexpr std::uint64_t WHOLE = 100;
     for (int look = 0; look < MAX_LOOKS; ++look) {
         const ReturnedTaskFile now = sanitizeStatus();
-        if (!now.isSuccess()) throw sanitizeRefusal(now);
+        if (!now.isSuccess()) throw withoutSanitizeFailure(sanitizeRefusal(now));
         if ((now.count & sanitize_status::IN_PROGRESS) == 0) {
             if ((now.count & sanitize_status::COMPLETED_WITHOUT_ERROR) == 0)
-                throw statuses::sanitizeFailed();
+                throw withoutSanitizeFailure(statuses::sanitizeFailed());
             return;
         }
         progress(static_cast<std::uint8_t>((now.lba & PARTS_MASK) * WHOLE /
@@ -147,29 +150,59 @@ void AtaErase::waitForSanitize() {
     throw statuses::sanitizeFailedForUnknownReason();
 }
 
+Status AtaErase::withoutSanitizeFailure(const Status& failure) {
+    std::ignore = isDone(device, sanitizeStatusExt(SanitizeFailure::CLEAR));
+    return failure;
+}
+
 void AtaErase::secureErase(EraseMode mode) {
     const Payload identify = ata_access::identifyDevice(device);
     requireSecureErase(identify, mode);
-    const auto data = userPasswordData(password(), MasterPasswordCapability::HIGH);
-    if (!isDone(device, securitySetPassword(), data)) throw statuses::securitySetPasswordFailed();
+    setPassword();
     const TimeLimit limit(device, AtaCommand::COMMAND_SET, eraseSeconds(identify, mode));
     prepareAndErase(mode);
 }
 
+void AtaErase::setPassword() {
+    const auto data = userPasswordData(password(), MasterPasswordCapability::HIGH);
+    try {
+        if (ata_access::ask(device, securitySetPassword(), data).returned.isSuccess()) return;
+    } catch (const Status& unanswered) {
+        throw withoutPassword(unanswered);  // the drive may have taken it
+    }
+    throw statuses::securitySetPasswordFailed();
+}
+
 /// The erase takes the password away. Where it fails, nobody is to be locked out.
 void AtaErase::prepareAndErase(EraseMode mode) {
-    if (!isDone(device, securityErasePrepare()))
-        throw withoutPassword(statuses::secureErasePrepareFailed());
+    sendWithPassword(securityErasePrepare(), {}, statuses::secureErasePrepareFailed());
     const auto data = eraseUnitData(PasswordKind::USER, password(), mode);
-    if (!isDone(device, securityEraseUnit(), data))
-        throw withoutPassword(statuses::secureEraseUnitFailed());
+    sendWithPassword(securityEraseUnit(), data, statuses::secureEraseUnitFailed());
+}
+
+void AtaErase::sendWithPassword(const AtaCommand& command, const Payload& data,
+                                const Status& refusal) {
+    Status problem = refusal;
+    try {
+        if (ata_access::ask(device, command, data).returned.isSuccess()) return;
+    } catch (const Status& unanswered) {
+        problem = unanswered;
+    }
+    throw withoutPassword(problem);
 }
 
 Status AtaErase::withoutPassword(const Status& failure) {
     const auto data = disablePasswordData(PasswordKind::USER, password());
     if (isDone(device, securityDisablePassword(), data)) return failure;
-    return withWords(failure, "The drive has kept the user password '" + std::string(PASSWORD) +
-                                  "', which was set for the erase.");
+    std::string kept = "may have kept";
+    try {
+        if (!isSet(ata_access::identifyDevice(device), id::word_128::ENABLED)) return failure;
+        kept = "has kept";
+    } catch (const Status&) {
+        // Nobody can tell.
+    }
+    return core::withWords(failure, "The drive " + kept + " the user password '" +
+                                        std::string(PASSWORD) + "', which was set for the erase.");
 }
 
 }  // namespace orvel::interfaces::orveli::jobs

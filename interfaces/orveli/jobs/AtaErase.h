@@ -40,7 +40,16 @@ public:
 private:
     protocols::ata::ReturnedTaskFile sanitizeStatus();
     void waitForSanitize();
+
+    /// The failure, after the drive was told to forget it: until then it takes hardly a command.
+    core::Status withoutSanitizeFailure(const core::Status& failure);
+
+    void setPassword();
     void prepareAndErase(protocols::ata::EraseMode mode);
+
+    /// Throws `refusal` or the path's status, without the password.
+    void sendWithPassword(const protocols::ata::AtaCommand& command, const core::Payload& data,
+                          const core::Status& refusal);
 
     /// The failure, after the password that was set for the erase is taken away again.
     core::Status withoutPassword(const core::Status& failure);

@@ -6,6 +6,8 @@
 #include "protocols/ata/IdentifyDevice.h"
 #include "protocols/ata/Structures.h"
 
+#include <algorithm>
+
 namespace orvel::interfaces::orveli::jobs {
 
 using core::Payload;
@@ -34,27 +36,22 @@ std::uint32_t segmentBlocks(const Payload& identify) {
     return most == 0 ? blocks : std::min(blocks, most);
 }
 
-bool hasImmediateMode(const Payload& identify) {
-    constexpr std::uint16_t VALID = 1;
-    return readBits(identify, id::word_119::VALIDITY) == VALID &&
-           isSet(identify, id::word_119::DOWNLOAD_MICROCODE_MODE_3);
-}
-
 /// Which there may be, the better one first. Nothing tells of the deferred mode but the drive's
 /// answer.
 std::vector<DownloadMode> modesFor(const Payload& identify, const FirmwareModule& module) {
-    if (!hasImmediateMode(identify)) return {DEFERRED};
+    if (!isReported(identify, id::word_119::DOWNLOAD_MICROCODE_MODE_3)) return {DEFERRED};
     if (module.activation == FirmwareModule::Activation::IMMEDIATE) return {IMMEDIATE, DEFERRED};
     return {DEFERRED, IMMEDIATE};
 }
 
 }  // namespace
 
-void AtaFirmwareTransfer::requireReadiness() {
+std::string AtaFirmwareTransfer::requireReadiness() {
     const Payload identify = ata_access::identifyDevice(device);
-    if (!isSet(identify, id::word_83::DOWNLOAD_MICROCODE))
+    if (!isReported(identify, id::word_83::DOWNLOAD_MICROCODE))
         throw statuses::firmwareUpdateNeedsUpdateTool();
     if (isSet(identify, id::word_128::ENABLED)) throw statuses::ataSecurityEnabled();
+    return readText(identify, id::FirmwareRevision);
 }
 
 FirmwareTransfer::Outcome AtaFirmwareTransfer::send(const FirmwareModule& module) {

@@ -51,14 +51,11 @@ constexpr std::uint8_t IN_PROGRESS = 0xF;
 
 void requireSelfTests(const Payload& identify) {
     using namespace identify_device;
-    constexpr std::uint16_t VALID = 1;
-    const bool isInWord84 =
-        readBits(identify, word_84::VALIDITY) == VALID && isSet(identify, word_84::SMART_SELF_TEST);
-    const bool isInWord87 =
-        readBits(identify, word_87::VALIDITY) == VALID && isSet(identify, word_87::SMART_SELF_TEST);
-    if (!isSet(identify, word_82::SMART) || (!isInWord84 && !isInWord87))
+    const bool hasSelfTests = isReported(identify, word_84::SMART_SELF_TEST) ||
+                              isReported(identify, word_87::SMART_SELF_TEST);
+    if (!isReported(identify, word_82::SMART) || !hasSelfTests)
         throw statuses::smartSelfTestNotSupported();
-    if (!isSet(identify, word_85::SMART)) throw statuses::smartNotEnabled();
+    if (!isReported(identify, word_85::SMART)) throw statuses::smartNotEnabled();
 }
 
 SelfTestExecution execution(const Payload& smartData) {
@@ -106,8 +103,9 @@ void AtaSelfTest::runToEnd(Type type) {
     const TimeLimit limit(device, AtaCommand::COMMAND_SET, captiveSeconds(before, test));
     const auto answer = ata_access::ask(device, smartExecuteOfflineImmediate(test.captive));
     const std::uint8_t status = execution(ata_access::read(device, smartReadData())).status;
-    if (status != WITHOUT_ERROR && status != IN_PROGRESS)
-        throw failure(statusText(StatusType::SELF_TEST, status));
+    // Perhaps the drive only started it, whatever it was told.
+    if (status == IN_PROGRESS) throw statuses::driveSelfTestInProgress();
+    if (status != WITHOUT_ERROR) throw failure(statusText(StatusType::SELF_TEST, status));
     if (!answer.returned.isSuccess()) throw failure("The drive refused to start it.");
 }
 

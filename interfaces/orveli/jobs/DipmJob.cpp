@@ -21,8 +21,8 @@ std::unique_ptr<Job> DipmJob::clone() const {
 core::Status DipmJob::set(core::Device& device, const core::Attribute& property) {
     requireName(property, features::dipm::DIPMEnabled());
     const bool isWanted = booleanOf(property);
-    if (!identify_device::isSet(ata_access::identifyDevice(device),
-                                identify_device::word_78::DEVICE_INITIATED_POWER_MANAGEMENT))
+    if (!identify_device::isReported(ata_access::identifyDevice(device),
+                                     identify_device::word_78::DEVICE_INITIATED_POWER_MANAGEMENT))
         throw features::statuses::dipmNotSupported();
 
     const std::uint8_t subcommand =
@@ -31,8 +31,8 @@ core::Status DipmJob::set(core::Device& device, const core::Attribute& property)
         device,
         ata::setFeatures(subcommand, ata::sata_feature::DEVICE_INITIATED_POWER_TRANSITIONS));
     const bool isEnabled =
-        identify_device::isSet(ata_access::identifyDevice(device),
-                               identify_device::word_79::DEVICE_INITIATED_POWER_MANAGEMENT);
+        identify_device::isReported(ata_access::identifyDevice(device),
+                                    identify_device::word_79::DEVICE_INITIATED_POWER_MANAGEMENT);
     if (isEnabled != isWanted) throw setting_writes::valueNotTaken();
     return {};
 }

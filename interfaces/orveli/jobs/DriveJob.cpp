@@ -1,6 +1,8 @@
 #include "interfaces/orveli/jobs/DriveJob.h"
 
 #include "core/CoreStatuses.h"
+#include "core/Exceptions.h"
+#include "core/StatusWords.h"
 #include "core/Strings.h"
 #include "core/xml/Vocabulary.h"
 #include "core/xml/XmlList.h"
@@ -10,8 +12,6 @@
 #include "interfaces/orveli/access/DriveKind.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <exception>
 #include <map>
 #include <utility>
 
@@ -49,19 +49,6 @@ const XmlObject* asObject(const XmlElement* element) {
     return dynamic_cast<const XmlObject*>(element);
 }
 
-/// What `action` returns, or the status of what it throws: what one drive makes go wrong must not
-/// cost the answers of the others.
-template <class Action>
-Status guarded(const Action& action) {
-    try {
-        return action();
-    } catch (const Status& status) {
-        return status;
-    } catch (const std::exception& exception) {
-        return {core::status_categories::SYSTEM, EIO, exception.what()};
-    }
-}
-
 bool hasDeviceList(const XmlElement* request) {
     const XmlObject* root = asObject(request);
     if (root == nullptr) return false;
@@ -85,7 +72,7 @@ bool DriveJob::supports(const Device& device) const {
 Status DriveJob::runSetProperty(const core::Attribute& property) {
     Device& device = *getDevices().front();
     if (!supports(device)) return features::statuses::featureNotSupportedByDrive();
-    return guarded([&] { return set(device, property); });
+    return core::guarded([&] { return set(device, property); });
 }
 
 Status DriveJob::reportEach(std::unique_ptr<XmlElement>& response) {
@@ -114,7 +101,8 @@ Status DriveJob::reportSelected(std::unique_ptr<XmlElement>& response) {
 
 Status DriveJob::reportOne(Device& device, XmlObject& drive) {
     if (!supports(device)) return features::statuses::featureNotSupportedByDrive();
-    return guarded([&] { return report(device, drive); });
+    // What one drive makes go wrong must not cost the answers of the others.
+    return core::guarded([&] { return report(device, drive); });
 }
 
 Status DriveJob::report(Device&, XmlObject&) {
@@ -147,9 +135,8 @@ std::optional<std::uint64_t> DriveJob::findNumber(const core::Attribute& descrip
     const auto text = findArgument(descriptor);
     if (!text) return std::nullopt;
     if (isNumberText(*text)) return core::strings::toInteger(*text);
-    Status status = features::statuses::invalidProperty();
-    status.setMessage(status.getMessage() + " " + descriptor.getName() + " must be a number.");
-    throw status;
+    throw core::withWords(features::statuses::invalidProperty(),
+                          descriptor.getName() + " must be a number.");
 }
 
 std::vector<std::string> DriveJob::requestedNames() const {
@@ -205,10 +192,13 @@ void requireNoRaidMember(const Device& device) {
         throw features::statuses::notRunnableOnRaidMember();
 }
 
-Status successWith(const std::string& words) {
-    Status status;
-    status.setMessage(words);
-    return status;
+void requireNoPartitions(Device& device) {
+    if (device.checkPartitions() == core::statuses::deviceHasPartitions())
+        throw features::statuses::driveContainsPartition();
+    for (const auto& [name, path] : device.getCommandPaths()) {
+        const Status status = path->checkPartitions();
+        if (!(status == core::statuses::deviceHasNoPartitions())) throw status;
+    }
 }
 
 }  // namespace orvel::interfaces::orveli::jobs

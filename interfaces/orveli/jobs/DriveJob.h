@@ -97,7 +97,8 @@ void addPayload(core::xml::XmlObject& parent, const core::Payload& bytes);
 /// Throws 10/12 for a RAID member: whatever destroys data is not for one drive of a volume.
 void requireNoRaidMember(const core::Device& device);
 
-/// Success with words that come behind "Set ... successful."
-core::Status successWith(const std::string& words);
+/// Throws 10/94 for a drive with partitions, and a path's status if it can't tell whether there are
+/// any: to the device that counts as none.
+void requireNoPartitions(core::Device& device);
 
 }  // namespace orvel::interfaces::orveli::jobs

@@ -35,8 +35,7 @@ bool resetAta(Device& device) {
     const core::Payload request =
         ata::sct::setFeature(norvo::sct_features::RESET_TIMED_WORKLOAD, RESET,
                              ata::sct::FeatureLifetime::UNTIL_POWER_OFF);
-    const ata::AtaCommand command = ata::sctCommand(ata::LogAccess::SMART);
-    return ata_access::ask(device, command, request).returned.isSuccess();
+    return ata_access::askSct(device, request).returned.isSuccess();
 }
 
 }  // namespace

@@ -45,8 +45,7 @@ core::Status ErrorRecoveryControlJob::set(Device& device, const Attribute& prope
     const bool isTooShort = time != 0 && time < shortestTime(device);
     if (isTooShort) throw statuses::invalidErrorRecoveryTimer();
 
-    const auto answer = ata_access::ask(device, ata::sctCommand(ata::LogAccess::SMART),
-                                        ata::sct::setRecoveryTime(timer, time));
+    const auto answer = ata_access::askSct(device, ata::sct::setRecoveryTime(timer, time));
     if (!answer.returned.isSuccess()) throw statuses::invalidErrorRecoveryTimer();
     const auto check = ata_access::sct(device, ata::sct::returnRecoveryTime(timer));
     if (ata::sct::returnedValue(check.returned) != time) throw setting_writes::valueNotTaken();

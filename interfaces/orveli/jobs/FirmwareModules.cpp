@@ -1,10 +1,10 @@
 #include "interfaces/orveli/jobs/FirmwareModules.h"
 
 #include "core/Files.h"
+#include "core/StatusWords.h"
 #include "core/Strings.h"
 #include "features/FeatureStatuses.h"
 #include "features/ProductIdentifiers.h"
-#include "interfaces/orveli/jobs/StatusWords.h"
 
 #include <boost/thread/lock_guard.hpp>
 
@@ -44,11 +44,11 @@ std::optional<FirmwareModule> read(const fs::path& path) {
 }
 
 Status damaged(const fs::path& path, const std::string& damage) {
-    return withWords(statuses::invalidFirmwareModuleType(), path.string() + ": " + damage);
+    return core::withWords(statuses::invalidFirmwareModuleType(), path.string() + ": " + damage);
 }
 
 Status unreadable(const fs::path& path) {
-    return withWords(statuses::fileReadFailed(), path.string());
+    return core::withWords(statuses::fileReadFailed(), path.string());
 }
 
 /// Why the drive may not take it. A damaged module may lack its audience, and nobody knows for whom
@@ -144,19 +144,28 @@ void FirmwareModules::listFolder(const fs::path& folder, Listing& listing) const
 
 std::optional<FirmwareModule> FirmwareModules::look(const fs::path& path) const {
     std::error_code error;
+    if (!fs::is_regular_file(path, error)) return std::nullopt;
     const std::uintmax_t size = fs::file_size(path, error);
+    if (error) return std::nullopt;
     const auto time = fs::last_write_time(path, error);
     if (error) return std::nullopt;
     if (size > MAX_FILE) return FirmwareModule::parse({});
-    const boost::lock_guard<boost::mutex> lock(mutex);
-    const auto found = known.find(path);
-    if (found != known.end() && found->second.size == size && found->second.time == time)
-        return found->second.module;
+    if (auto module = recall(path, size, time)) return module;
     auto module = read(path);
     if (!module) return std::nullopt;
     module->image = {};
+    const boost::lock_guard<boost::mutex> lock(mutex);
     known[path] = {size, time, *module};
     return module;
+}
+
+std::optional<FirmwareModule> FirmwareModules::recall(const fs::path& path, std::uintmax_t size,
+                                                      fs::file_time_type time) const {
+    const boost::lock_guard<boost::mutex> lock(mutex);
+    const auto found = known.find(path);
+    const bool isSame =
+        found != known.end() && found->second.size == size && found->second.time == time;
+    return isSame ? std::optional(found->second.module) : std::nullopt;
 }
 
 }  // namespace orvel::interfaces::orveli::jobs

@@ -67,6 +67,10 @@ private:
     void listFolder(const std::filesystem::path& folder, Listing& listing) const;
     std::optional<FirmwareModule> look(const std::filesystem::path& path) const;
 
+    /// What the file said before, if it looks the same now.
+    std::optional<FirmwareModule> recall(const std::filesystem::path& path, std::uintmax_t size,
+                                         std::filesystem::file_time_type time) const;
+
     std::string ownFolder;
     mutable boost::mutex mutex;
     mutable std::map<std::filesystem::path, Known> known;  ///< guarded by mutex

@@ -3,9 +3,9 @@
 
 #include "core/Payload.h"
 #include "core/Status.h"
+#include "core/StatusWords.h"
 #include "features/FeatureStatuses.h"
 #include "interfaces/orveli/jobs/FirmwareModule.h"
-#include "interfaces/orveli/jobs/StatusWords.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -28,9 +28,9 @@ public:
 
     FirmwareTransfer& operator=(const FirmwareTransfer&) = delete;
 
-    /// Throws core::Status by value: 10/69 if the drive takes no firmware, 10/15 if its security is
-    /// in the way, or the path's status.
-    virtual void requireReadiness() = 0;
+    /// The firmware that the drive runs. Throws core::Status by value: 10/69 if it takes no other,
+    /// 10/15 if its security is in the way, or the path's status.
+    virtual std::string requireReadiness() = 0;
 
     /// Sends the image and makes it the drive's firmware. Throws core::Status by value: 10/53 with
     /// words, what the drive answers, or the path's status.
@@ -47,7 +47,7 @@ protected:
     }
 
     static core::Status failure(const std::string& words) {
-        return withWords(features::statuses::firmwareUpdateFailed(), words);
+        return core::withWords(features::statuses::firmwareUpdateFailed(), words);
     }
 
     /// What must be true after an activation.

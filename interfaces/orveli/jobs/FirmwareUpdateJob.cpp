@@ -1,6 +1,7 @@
 #include "interfaces/orveli/jobs/FirmwareUpdateJob.h"
 
 #include "core/CoreStatuses.h"
+#include "core/StatusWords.h"
 #include "core/Strings.h"
 #include "features/DeviceAttributes.h"
 #include "features/FeatureStatuses.h"
@@ -9,7 +10,6 @@
 #include "interfaces/orveli/access/DriveKind.h"
 #include "interfaces/orveli/jobs/AtaFirmwareTransfer.h"
 #include "interfaces/orveli/jobs/NvmeFirmwareTransfer.h"
-#include "interfaces/orveli/jobs/StatusWords.h"
 
 #include <utility>
 
@@ -22,9 +22,9 @@ namespace statuses = features::statuses;
 
 namespace {
 
-FirmwareModules::Drive describe(const Device& device) {
-    return {device.readText(attributes::Product()), device.readText(attributes::Firmware()),
-            device.readText(attributes::OEM())};
+/// The firmware isn't that of the last scan: an update may have come since.
+FirmwareModules::Drive describe(const Device& device, const std::string& firmware) {
+    return {device.readText(attributes::Product()), firmware, device.readText(attributes::OEM())};
 }
 
 void requireDownload(const Device& device) {
@@ -39,7 +39,7 @@ FirmwareTransfer::Outcome send(FirmwareTransfer& transfer, const FirmwareModule&
         return transfer.send(module);
     } catch (const Status& status) {
         if (status == statuses::firmwareUpdateFailed()) throw;
-        throw withWords(statuses::firmwareUpdateFailed(), status.getMessage());
+        throw core::withWords(statuses::firmwareUpdateFailed(), status.getMessage());
     }
 }
 
@@ -77,8 +77,8 @@ Status FirmwareUpdateJob::report(Device& device, core::xml::XmlObject& drive) {
     requireNoRaidMember(device);
     requireDownload(device);
     const auto transfer = transferTo(device);
-    transfer->requireReadiness();
-    const auto module = modules->moduleFor(describe(device), additionalFolders());
+    const std::string firmware = transfer->requireReadiness();
+    const auto module = modules->moduleFor(describe(device, firmware), additionalFolders());
     if (!module) {
         drive.addValue(STATUS, statuses::firmwareCurrent().getMessage());
         return {};

@@ -96,10 +96,7 @@ Status FormatJob::report(Device& device, XmlObject& drive) {
     if (isNvme(device) ? !isForNvme : !isForAta) throw statuses::featureNotSupportedByDrive();
     requireNoRaidMember(device);
     const NvmeFormat format = wantedFormat();
-    if (device.checkPartitions() == core::statuses::deviceHasPartitions() &&
-        !isWanted(arguments::Force())) {
-        throw statuses::driveContainsPartition();
-    }
+    if (!isWanted(arguments::Force())) requireNoPartitions(device);
     if (!isNvme(device)) {
         erase(device, type);
     } else if (type == Type::DELETE_ALL) {

@@ -13,7 +13,8 @@ namespace orvel::interfaces::orveli::jobs {
 
 /// Method "Format". Argument `Type`, in any case: "Delete" for whatever the drive has,
 /// "NVMeFormat", "ATASanitize", "ATASecureErase"; else 10/32. `Force` = "true" for a drive with
-/// partitions, else 10/94. `NamespaceId` for NVMe drives; all namespaces without it.
+/// partitions, else 10/94, and for one of which no path can tell, else the path's status.
+/// `NamespaceId` for NVMe drives; all namespaces without it.
 ///
 /// "NVMeFormat" takes `SecureEraseSetting` (none by default), `LBAFormat`, `MetadataSettings`,
 /// `ProtectionInformation` and `ProtectionInformationLocation`; what isn't told of these stays as

@@ -1,5 +1,6 @@
 #include "interfaces/orveli/jobs/IdentifyJob.h"
 
+#include "core/StatusWords.h"
 #include "core/Strings.h"
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
@@ -24,11 +25,9 @@ namespace structures = orvel::features::identify::nvme::structures;
 namespace {
 
 core::Status unknownStructure() {
-    core::Status status = features::statuses::invalidProperty();
-    status.setMessage(status.getMessage() + " " +
-                      arguments::ControllerNamespaceStructure().getName() +
-                      " must be 1, 2, 16, 17, 18 or 19.");
-    return status;
+    return core::withWords(features::statuses::invalidProperty(),
+                           arguments::ControllerNamespaceStructure().getName() +
+                               " must be 1, 2, 16, 17, 18 or 19.");
 }
 
 /// How many there are, then each by its place in the list.

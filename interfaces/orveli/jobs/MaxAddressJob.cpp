@@ -1,6 +1,5 @@
 #include "interfaces/orveli/jobs/MaxAddressJob.h"
 
-#include "core/CoreStatuses.h"
 #include "features/DeviceAttributes.h"
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
@@ -29,9 +28,6 @@ namespace statuses = features::statuses;
 
 namespace {
 
-/// Validity of words that have a check of their own.
-constexpr std::uint16_t WORD_IS_VALID = 1;
-
 // SATA.
 
 enum class Method { ACCESSIBLE_MAX_ADDRESS, HOST_PROTECTED_AREA };
@@ -39,26 +35,11 @@ enum class Method { ACCESSIBLE_MAX_ADDRESS, HOST_PROTECTED_AREA };
 Method methodOf(const Device& device, const Payload& identify) {
     const bool hasAccessibleMaxAddress =
         device.isSet(features::device_attributes::AccessibleMaxAddressSupported()) ||
-        (ata_identify::readBits(identify, ata_identify::word_119::VALIDITY) == WORD_IS_VALID &&
-         ata_identify::isSet(identify, ata_identify::word_119::ACCESSIBLE_MAX_ADDRESS));
+        ata_identify::isReported(identify, ata_identify::word_119::ACCESSIBLE_MAX_ADDRESS);
     if (hasAccessibleMaxAddress) return Method::ACCESSIBLE_MAX_ADDRESS;
-    if (ata_identify::isSet(identify, ata_identify::word_82::HPA))
+    if (ata_identify::isReported(identify, ata_identify::word_82::HPA))
         return Method::HOST_PROTECTED_AREA;
     throw statuses::featureNotSupportedByDrive();
-}
-
-std::uint64_t sectorBytesOfAta(const Payload& identify) {
-    const bool isLong =
-        ata_identify::readBits(identify, ata_identify::word_106::VALIDITY) == WORD_IS_VALID &&
-        ata_identify::isSet(identify, ata_identify::word_106::LONG_LOGICAL_SECTOR);
-    if (!isLong) return ata::BLOCK_SIZE;
-    return protocols::readNumber(identify, ata_identify::LogicalSectorSize) * ata::WORD;
-}
-
-std::uint64_t userSectors(const Payload& identify) {
-    const bool isExtended = ata_identify::isSet(identify, ata_identify::word_69::EXTENDED_SECTORS);
-    return protocols::readNumber(identify, isExtended ? ata_identify::ExtendedUserAddressableSectors
-                                                      : ata_identify::UserAddressableSectors);
 }
 
 void setOnAta(Device& device, const MaxAddressGoal& goal) {
@@ -67,14 +48,14 @@ void setOnAta(Device& device, const MaxAddressGoal& goal) {
     // SET MAX ADDRESS EXT has to follow READ NATIVE MAX ADDRESS EXT immediately.
     const auto native = ata_access::send(device, isAccessible ? ata::getNativeMaxAddressExt()
                                                               : ata::readNativeMaxAddressExt());
-    const std::uint64_t lba = goal.toLba(native.returned.lba, sectorBytesOfAta(identify));
+    const std::uint64_t lba = goal.toLba(native.returned.lba, ata_identify::sectorSize(identify));
     const ata::AtaCommand command =
         isAccessible ? ata::setAccessibleMaxAddressExt(lba)
                      : ata::setMaxAddressExt(lba, ata::MaxAddressLifetime::OVER_POWER_OFF);
     setting_writes::explainRefusal(
         [&] { ata_access::send(device, command); },
         "A drive takes one change of its maximum address in a power cycle.");
-    if (userSectors(ata_access::identifyDevice(device)) != lba + 1)
+    if (ata_identify::sectorCount(ata_access::identifyDevice(device)) != lba + 1)
         throw setting_writes::valueNotTaken();
 }
 
@@ -129,8 +110,7 @@ Status MaxAddressJob::set(Device& device, const core::Attribute& property) {
     requireName(property, features::max_address::MaximumLBA());
     const MaxAddressGoal goal(textOf(property));
     requireNoRaidMember(device);
-    if (device.checkPartitions() == core::statuses::deviceHasPartitions())
-        throw statuses::driveContainsPartition();
+    requireNoPartitions(device);
     if (isNvme(device)) {
         setOnNvme(device, goal);
     } else {

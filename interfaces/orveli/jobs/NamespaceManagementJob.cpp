@@ -1,5 +1,6 @@
 #include "interfaces/orveli/jobs/NamespaceManagementJob.h"
 
+#include "core/StatusWords.h"
 #include "core/Strings.h"
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
@@ -8,7 +9,6 @@
 #include "interfaces/orveli/jobs/NamespaceNumber.h"
 #include "interfaces/orveli/jobs/NumberText.h"
 #include "interfaces/orveli/jobs/NvmeBits.h"
-#include "interfaces/orveli/jobs/StatusWords.h"
 #include "protocols/nvme/LbaFormats.h"
 #include "protocols/nvme/Structures.h"
 
@@ -120,7 +120,8 @@ std::uint64_t NamespaceManagementJob::wantedSize() const {
     if (!text || text->empty()) throw statuses::noNamespaceSize();
     const auto blocks = readWhole<std::uint64_t>(*text);
     if (!blocks || *blocks == 0)
-        throw withWords(statuses::invalidProperty(), "Size must be a number of blocks from 1 on.");
+        throw core::withWords(statuses::invalidProperty(),
+                              "Size must be a number of blocks from 1 on.");
     return *blocks;
 }
 
@@ -159,7 +160,7 @@ Payload NamespaceManagementJob::newNamespace(Device& device) const {
     wanted.capacity = wanted.size;
     wanted.sharing = wantedSetting(
         arguments::MultiPathIoCapabilities(), {1, 1},
-        withWords(statuses::invalidProperty(), "MultiPathIoCapabilities must be 0 or 1."));
+        core::withWords(statuses::invalidProperty(), "MultiPathIoCapabilities must be 0 or 1."));
 
     const std::uint8_t format =
         wantedSetting(settings::LBAFormat(), {0, MAX_FORMAT}, statuses::lbaFormatNotSupported());

@@ -5,6 +5,8 @@
 #include "interfaces/orveli/jobs/TimeLimit.h"
 #include "protocols/nvme/Structures.h"
 
+#include <algorithm>
+
 namespace orvel::interfaces::orveli::jobs {
 
 using core::Device;
@@ -34,10 +36,11 @@ StatusCode sendCommit(Device& device, const Payload& controller, std::uint8_t ac
 
 }  // namespace
 
-void NvmeFirmwareTransfer::requireReadiness() {
+std::string NvmeFirmwareTransfer::requireReadiness() {
     const Payload controller = nvme_access::identify(device, cns::CONTROLLER);
     if (!has(controller, ic::OACS, oacs::FIRMWARE))
         throw orvel::features::statuses::firmwareUpdateNeedsUpdateTool();
+    return protocols::readText(controller, ic::FR);
 }
 
 FirmwareTransfer::Outcome NvmeFirmwareTransfer::send(const FirmwareModule& module) {

@@ -16,7 +16,7 @@ public:
         : FirmwareTransfer(std::move(progress)),
           device(device) {}
 
-    void requireReadiness() override;
+    std::string requireReadiness() override;
     Outcome send(const FirmwareModule& module) override;
 
 private:

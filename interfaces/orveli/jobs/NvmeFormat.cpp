@@ -1,13 +1,14 @@
 #include "interfaces/orveli/jobs/NvmeFormat.h"
 
+#include "core/StatusWords.h"
 #include "features/FeatureStatuses.h"
 #include "interfaces/orveli/access/NvmeAccess.h"
 #include "interfaces/orveli/jobs/NvmeBits.h"
-#include "interfaces/orveli/jobs/StatusWords.h"
 #include "interfaces/orveli/jobs/TimeLimit.h"
 #include "protocols/nvme/Structures.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 
 namespace orvel::interfaces::orveli::jobs {
@@ -48,14 +49,16 @@ std::vector<std::uint32_t> targetsOf(Device& device, const Payload& controller,
                                      const NvmeFormat& wanted) {
     auto attached = namespaces(device, cns::ACTIVE_NAMESPACE_LIST);
     if (attached.empty())
-        throw withWords(statuses::formatFailed(), "No namespace is attached to the controller.");
+        throw core::withWords(statuses::formatFailed(),
+                              "No namespace is attached to the controller.");
     if (wanted.nsid == ALL_NAMESPACES) return attached;
     if (std::ranges::find(attached, wanted.nsid) == attached.end())
         throw statuses::invalidNamespaceId();
     if (attached.size() > 1 && isForAll(controller, wanted))
-        throw withWords(statuses::formatFailed(),
-                        "The drive can only format all of its namespaces at once. Name 0xFFFFFFFF "
-                        "as the namespace to do that.");
+        throw core::withWords(
+            statuses::formatFailed(),
+            "The drive can only format all of its namespaces at once. Name 0xFFFFFFFF "
+            "as the namespace to do that.");
     return {wanted.nsid};
 }
 
@@ -144,7 +147,7 @@ void send(Device& device, const FormatRequest& request) {
     if (status == status_codes::INVALID_FORMAT) throw statuses::invalidLbaFormat();
     const std::string place =
         request.nsid == ALL_NAMESPACES ? "" : "Namespace " + std::to_string(request.nsid) + ": ";
-    throw withWords(statuses::formatFailed(), place + statusText(status) + ".");
+    throw core::withWords(statuses::formatFailed(), place + statusText(status) + ".");
 }
 
 }  // namespace

@@ -54,7 +54,7 @@ core::Status PhySpeedJob::set(core::Device& device, const core::Attribute& prope
     requireName(property, features::phy_speed::PhySpeed());
     const SpeedRow& speed = findSpeed(textOf(property));
     const core::Payload identify = ata_access::identifyDevice(device);
-    if (!protocols::ata::identify_device::isSet(identify, speed.capability))
+    if (!protocols::ata::identify_device::isReported(identify, speed.capability))
         throw statuses::invalidPhySpeed();
     setting_writes::set(device, {protocols::norvo::sct_features::PHY_SPEED, speed.generation},
                         statuses::invalidSctFeatureControlCommand());

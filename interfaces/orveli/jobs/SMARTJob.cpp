@@ -1,5 +1,6 @@
 #include "interfaces/orveli/jobs/SMARTJob.h"
 
+#include "core/StatusWords.h"
 #include "core/Strings.h"
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
@@ -190,9 +191,8 @@ void keep(std::vector<Line>& lines, const std::string& idText) {
     const auto id = readId(idText);
     std::erase_if(lines, [&](const Line& line) { return !id || line.id != *id; });
     if (!lines.empty()) return;
-    Status status = orvel::features::statuses::invalidProperty();
-    status.setMessage(status.getMessage() + " There is no SMART attribute " + idText + ".");
-    throw status;
+    throw core::withWords(orvel::features::statuses::invalidProperty(),
+                          "There is no SMART attribute " + idText + ".");
 }
 
 XmlObject& addLine(XmlObject& drive, const Line& line) {

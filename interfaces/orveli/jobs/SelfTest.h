@@ -1,8 +1,8 @@
 // What a drive's self-test can do, whatever the drive speaks.
 #pragma once
 
+#include "core/StatusWords.h"
 #include "features/FeatureStatuses.h"
-#include "interfaces/orveli/jobs/StatusWords.h"
 
 #include <cstdint>
 #include <string>
@@ -41,7 +41,7 @@ protected:
     static constexpr std::uint8_t WHOLE = 100;
 
     static core::Status failure(const std::string& reason) {
-        return withWords(features::statuses::driveSelfTestFailed(), reason);
+        return core::withWords(features::statuses::driveSelfTestFailed(), reason);
     }
 };
 

@@ -1,8 +1,8 @@
 // What the jobs that set a property have in common: reading the property.
 #pragma once
 
+#include "core/StatusWords.h"
 #include "interfaces/orveli/jobs/DriveJob.h"
-#include "interfaces/orveli/jobs/StatusWords.h"
 
 #include <cstdint>
 #include <string>

@@ -36,7 +36,7 @@ void set(Device& device, const SctSetting& setting, const Status& refusal) {
     ata_access::requireSct(device, ata::identify_device::word_206::FEATURE_CONTROL);
     const core::Payload request = ata::sct::setFeature(setting.feature, setting.state,
                                                        ata::sct::FeatureLifetime::OVER_POWER_OFF);
-    const auto answer = ata_access::ask(device, ata::sctCommand(ata::LogAccess::SMART), request);
+    const auto answer = ata_access::askSct(device, request);
     if (!answer.returned.isSuccess()) throw refusal;
 }
 

@@ -23,8 +23,8 @@ namespace statuses = features::statuses;
 namespace {
 
 void requireWriteCache(Device& device) {
-    if (!identify_device::isSet(ata_access::identifyDevice(device),
-                                identify_device::word_82::VOLATILE_WRITE_CACHE))
+    if (!identify_device::isReported(ata_access::identifyDevice(device),
+                                     identify_device::word_82::VOLATILE_WRITE_CACHE))
         throw statuses::writeCacheNotSupported();
 }
 
@@ -35,8 +35,8 @@ void setBySetFeatures(Device& device, bool isWanted) {
     // While the SCT feature decides, drives refuse, or agree and do nothing.
     const std::string words = properties::WriteCacheState().getName() + " may decide it.";
     setting_writes::explainRefusal([&] { ata_access::send(device, command); }, words);
-    const bool isEnabled = identify_device::isSet(ata_access::identifyDevice(device),
-                                                  identify_device::word_85::VOLATILE_WRITE_CACHE);
+    const bool isEnabled = identify_device::isReported(
+        ata_access::identifyDevice(device), identify_device::word_85::VOLATILE_WRITE_CACHE);
     if (isEnabled != isWanted) throw withWords(setting_writes::valueNotTaken(), words);
 }
 

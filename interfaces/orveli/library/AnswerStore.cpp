@@ -3,6 +3,7 @@
 #include "features/JobInterfaceStatuses.h"
 
 #include <algorithm>
+#include <atomic>
 #include <limits>
 #include <utility>
 
@@ -19,9 +20,12 @@ std::uint32_t codeOf(const core::Status& status) {
 }  // namespace
 
 std::uint64_t AnswerStore::put(std::string answer) {
+    // Whoever keeps a handle beyond its store is not to fetch somebody else's answer with it.
+    static std::atomic<std::uint64_t> lastHandle{0};
+    const std::uint64_t handle = ++lastHandle;
     const std::lock_guard lock(mutex);
-    answers.emplace(++lastHandle, std::move(answer));
-    return lastHandle;
+    answers.emplace(handle, std::move(answer));
+    return handle;
 }
 
 std::uint32_t AnswerStore::fetch(std::uint64_t handle, char* buffer, std::uint32_t* size) {
@@ -38,11 +42,6 @@ std::uint32_t AnswerStore::fetch(std::uint64_t handle, char* buffer, std::uint32
     std::copy(answer.begin(), answer.end(), buffer);
     answers.erase(found);
     return SUCCESS;
-}
-
-void AnswerStore::clear() {
-    const std::lock_guard lock(mutex);
-    answers.clear();
 }
 
 }  // namespace orvel::interfaces::orveli::library

@@ -11,7 +11,8 @@ namespace orvel::interfaces::orveli::library {
 /// Safe from several threads at once.
 class AnswerStore {
 public:
-    /// Keeps the answer and returns its handle. No two answers ever get the same, and none gets 0.
+    /// Keeps the answer and returns its handle. No two answers of a process ever get the
+    /// same, not even in different stores, and none gets 0.
     std::uint64_t put(std::string answer);
 
     /// Copies the answer into `buffer`, of `size` bytes, and forgets it. Returns a code of the job
@@ -22,13 +23,9 @@ public:
     /// `size` is null.
     std::uint32_t fetch(std::uint64_t handle, char* buffer, std::uint32_t* size);
 
-    /// Forgets all answers.
-    void clear();
-
 private:
     std::mutex mutex;
     std::map<std::uint64_t, std::string> answers;  ///< guarded by mutex
-    std::uint64_t lastHandle = 0;                  ///< guarded by mutex
 };
 
 }  // namespace orvel::interfaces::orveli::library

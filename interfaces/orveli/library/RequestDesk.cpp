@@ -1,6 +1,8 @@
 #include "interfaces/orveli/library/RequestDesk.h"
 
 #include "core/CoreStatuses.h"
+#include "core/Exceptions.h"
+#include "core/StatusWords.h"
 #include "core/Strings.h"
 #include "core/XmlConverter.h"
 #include "core/xml/Vocabulary.h"
@@ -10,8 +12,6 @@
 #include "features/JobInterfaceStatuses.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <exception>
 #include <iterator>
 #include <optional>
 #include <tuple>
@@ -126,20 +126,6 @@ std::unique_ptr<XmlObject> newAnswer(const std::string& jobName, const Status& s
     return answer;
 }
 
-/// What `action` returns, or the status of what it throws.
-template <class Action>
-Status guarded(const Action& action) {
-    try {
-        return action();
-    } catch (const Status& status) {
-        return status;
-    } catch (const std::exception& exception) {
-        return {core::status_categories::SYSTEM, EIO, exception.what()};
-    } catch (...) {  // a request must come to its end, or others would wait for good
-        return {core::status_categories::SYSTEM, EIO, "System error."};
-    }
-}
-
 /// The object that `element` is, or null; `element` is empty afterwards.
 std::unique_ptr<XmlObject> asObject(std::unique_ptr<XmlElement> element) {
     auto* object = dynamic_cast<XmlObject*>(element.get());
@@ -170,18 +156,17 @@ std::unique_ptr<XmlObject> RequestDesk::serve(const std::string& text) {
 Status RequestDesk::runAndFinish(Job& job, std::unique_ptr<XmlElement> request,
                                  std::unique_ptr<XmlElement>& output) {
     Status status = run(job, std::move(request), output);
-    Status end = finish ? guarded(finish) : Status();
+    Status end = finish ? core::guarded(finish) : Status();
     if (end == core::statuses::completedSuccessfully()) return status;
     output = nullptr;
     if (status == core::statuses::completedSuccessfully()) return end;
-    Status both = status;
-    both.setMessage(status.getMessage() + " " + end.getMessage());
-    return both;
+    return core::withWords(status, end.getMessage());
 }
 
 Status RequestDesk::run(Job& job, std::unique_ptr<XmlElement> request,
                         std::unique_ptr<XmlElement>& output) {
-    return guarded([&] {
+    // A request must come to its end, or others would wait for good.
+    return core::guarded([&] {
         core::Device::Devices devices;
         Status selection = select(dynamic_cast<const XmlObject&>(*request), devices);
         if (!(selection == core::statuses::completedSuccessfully())) return selection;
@@ -194,6 +179,7 @@ Status RequestDesk::run(Job& job, std::unique_ptr<XmlElement> request,
 Status RequestDesk::select(const XmlObject& request, core::Device::Devices& devices) {
     const bool wantsScan = core::strings::toBool(readValue(request, SCAN).value_or(""));
     if (wantsScan || !hasScanned) {
+        hasScanned = false;  // a scan that fails leaves what no request is to be served from
         manager.scan();
         hasScanned = true;
     }

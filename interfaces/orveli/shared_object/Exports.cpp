@@ -6,6 +6,7 @@
 #include "interfaces/orveli/shared_object/SimulatedLibrary.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -22,6 +23,7 @@ namespace statuses = orvel::interfaces::orveli::statuses;
 
 constexpr std::uint64_t INTERFACE_VERSION = 20000400;
 constexpr std::uint32_t SUCCESS = 0;
+constexpr std::uint32_t OUT_OF_RESOURCES = ENOMEM;  // no row of a table has this code
 constexpr std::uint32_t LONGEST_REQUEST = 64 * 1024 * 1024;
 
 std::uint32_t codeOf(const orvel::core::Status& status) {
@@ -126,7 +128,7 @@ std::uint32_t SendXMLMessage(const char* request, std::uint32_t length, std::uin
     *handle = 0;
     const bool isRequest = request != nullptr && length > 0 && length <= LONGEST_REQUEST;
     if (!isRequest) return codeOf(statuses::invalidInput());
-    return guarded(codeOf(statuses::invalidInput()), [&] {
+    return guarded(OUT_OF_RESOURCES, [&] {
         const auto library = loaded().get();
         if (!library) return codeOf(statuses::notInitialized());
         const std::lock_guard lock(workMutex());
@@ -136,7 +138,7 @@ std::uint32_t SendXMLMessage(const char* request, std::uint32_t length, std::uin
 }
 
 std::uint32_t ReceiveXMLMessage(std::uint64_t handle, void* buffer, std::uint32_t* size) {
-    return guarded(codeOf(statuses::invalidInput()), [&] {
+    return guarded(OUT_OF_RESOURCES, [&] {
         const auto library = loaded().get();
         if (!library) return codeOf(statuses::notInitialized());
         return library->receive(handle, static_cast<char*>(buffer), size);

@@ -19,12 +19,13 @@ void Unload();
 
 /// Carries the request out, which is `length` bytes of XML text, and puts a handle for its answer
 /// into `handle`. 0 for success; otherwise a code of the job interface's statuses and handle 0: 6
-/// for a null pointer, no byte or more than 64 MiB, 7 before `Load`.
+/// for a null pointer, no byte or more than 64 MiB, 7 before `Load`; or 12 if memory ran out.
 std::uint32_t SendXMLMessage(const char* request, std::uint32_t length, std::uint64_t* handle);
 
 /// Copies the answer into `buffer`, of `size` bytes, and forgets it; 0 for success, with the
 /// answer's length in `size`. 8 for a null or too short buffer, with the needed length in `size`;
-/// the answer stays. 1 for a handle without an answer, 6 for a null `size`, 7 before `Load`.
+/// the answer stays. 1 for a handle without an answer, 6 for a null `size`, 7 before `Load`, 12 if
+/// memory ran out.
 std::uint32_t ReceiveXMLMessage(std::uint64_t handle, void* buffer, std::uint32_t* size);
 
 /// Lets the tool-kit's log go to the end of this file; 0 for success, 6 for a file that can't be

@@ -7,7 +7,8 @@
 namespace orvel::interfaces::orveli::shared_object::places {
 
 std::string ownFolder() {
-    // Of a shared object in /proc/self/exe's program, not of that program.
+    // The program may lie elsewhere, so its own path is of no use: the loader tells which file
+    // this code came from.
     Dl_info info = {};
     if (dladdr(reinterpret_cast<const void*>(&ownFolder), &info) == 0 || !info.dli_fname)
         return "./";

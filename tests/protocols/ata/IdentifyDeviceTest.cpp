@@ -400,6 +400,99 @@ TEST(IdentifyDevice, KnowsWhetherItsChecksumIsRight) {
     EXPECT_EQ(readIntegrity(identify), Integrity::NOT_REPORTED);
 }
 
+TEST(IdentifyDevice, LooksAtWhatMakesAWordValid) {
+    struct ValidityCase {
+        const Bits& bits;
+        std::uint16_t validityWord;
+    };
+
+    const ValidityCase cases[] = {
+        {word_48::TRUSTED_COMPUTING, 48},
+        {word_50::MINIMUM_STANDBY_TIMER, 50},
+        {word_82::SMART, 83},
+        {word_83::DOWNLOAD_MICROCODE, 83},
+        {word_84::GPL, 84},
+        {word_85::SMART, 87},
+        {word_86::DOWNLOAD_MICROCODE, 87},
+        {word_87::GPL, 87},
+        {word_106::LONG_LOGICAL_SECTOR, 106},
+    };
+    for (const ValidityCase& one : cases) {
+        SCOPED_TRACE(one.bits.word);
+        for (const unsigned check : {0x0000U, 0x8000U, 0xC000U, 0x4000U}) {
+            const Payload identify(512);
+            putWord(identify, one.validityWord, static_cast<std::uint16_t>(check));
+            EXPECT_EQ(isValid(identify, one.bits), check == 0x4000U) << check;
+            EXPECT_FALSE(isReported(identify, one.bits));
+            writeBits(identify, one.bits, 1);
+            EXPECT_EQ(isReported(identify, one.bits), check == 0x4000U) << check;
+        }
+    }
+    const Payload identify(512);
+    EXPECT_TRUE(isValid(identify, word_59::SANITIZE));
+    EXPECT_FALSE(isReported(identify, word_59::SANITIZE));
+    putWord(identify, 59, 0x1000);
+    EXPECT_TRUE(isReported(identify, word_59::SANITIZE));
+}
+
+TEST(IdentifyDevice, OfSerialAtaTellsNothingUnlessItIsSerialAta) {
+    for (const unsigned word76 : {0x0000U, 0xFFFFU, 0x0002U}) {
+        SCOPED_TRACE(word76);
+        const bool isSerial = word76 == 0x0002U;
+        const Payload identify(512);
+        putWord(identify, 76, static_cast<std::uint16_t>(word76));
+        putWord(identify, 79, 0x0008);
+        EXPECT_EQ(isReported(identify, word_76::GEN1), isSerial);
+        EXPECT_EQ(isReported(identify, word_79::DEVICE_INITIATED_POWER_MANAGEMENT), isSerial);
+    }
+}
+
+TEST(IdentifyDevice, AnnouncesWords119And120InWord86) {
+    const Payload identify(512);
+    putWord(identify, 119, 0x4100);
+    putWord(identify, 120, 0x4080);
+    putWord(identify, 86, 0x8000);
+    EXPECT_FALSE(isReported(identify, word_119::ACCESSIBLE_MAX_ADDRESS));
+    putWord(identify, 87, 0x4000);
+    EXPECT_TRUE(isReported(identify, word_119::ACCESSIBLE_MAX_ADDRESS));
+    EXPECT_TRUE(isReported(identify, word_120::EPC));
+    putWord(identify, 119, 0x0100);
+    EXPECT_FALSE(isReported(identify, word_119::ACCESSIBLE_MAX_ADDRESS));
+    EXPECT_TRUE(isReported(identify, word_120::EPC));
+    putWord(identify, 86, 0x0000);
+    EXPECT_FALSE(isReported(identify, word_120::EPC));
+}
+
+TEST(IdentifyDevice, TellsItsSizeInTheWordsThatCount) {
+    const Payload identify(512);
+    EXPECT_EQ(sectorCount(identify), 0U);
+    putWord(identify, 60, 28);
+    putWord(identify, 100, 48);
+    putWord(identify, 230, 69);
+    putWord(identify, 83, 0x0400);
+    EXPECT_EQ(sectorCount(identify), 28U);
+    putWord(identify, 83, 0x4400);
+    EXPECT_EQ(sectorCount(identify), 48U);
+    putWord(identify, 69, 0x0008);
+    EXPECT_EQ(sectorCount(identify), 69U);
+    putWord(identify, 230, 0);
+    EXPECT_EQ(sectorCount(identify), 48U);
+}
+
+TEST(IdentifyDevice, TellsTheSizeOfASectorUnlessItIs512Bytes) {
+    const Payload identify(512);
+    EXPECT_EQ(sectorSize(identify), 512U);
+    putWord(identify, 117, 2048);
+    putWord(identify, 106, 0x4000);
+    EXPECT_EQ(sectorSize(identify), 512U);
+    putWord(identify, 106, 0x1000);
+    EXPECT_EQ(sectorSize(identify), 512U);
+    putWord(identify, 106, 0x5000);
+    EXPECT_EQ(sectorSize(identify), 4096U);
+    putWord(identify, 117, 0);
+    EXPECT_EQ(sectorSize(identify), 512U);
+}
+
 TEST(IdentifyDevice, WritesItsIntegrityWord) {
     const Payload identify(512);
     putWord(identify, 0, 0x0040);

@@ -142,6 +142,47 @@ TEST(AtaAccess, GivesSctCommandsThroughTheSmartLogs) {
               "0/10");
 }
 
+/// SMART is disabled. Bit 5 of words 84 and 87 is General Purpose Logging.
+core::Payload identifyWithoutSmart(int word84, int word87) {
+    return structure(512, {{84 * 2, {word84, 0x40}}, {87 * 2, {word87, 0x40}}});
+}
+
+TEST(AtaAccess, GivesSctCommandsByGeneralPurposeLoggingWhileSmartIsDisabled) {
+    constexpr std::uint8_t WRITE_LOG_EXT = 0x3F;
+    for (const bool isInWord84 : {true, false}) {
+        ScriptedDrive drive("ATA");
+        drive.onAta(IDENTIFY_DEVICE, 0, 0,
+                    {{.data = identifyWithoutSmart(isInWord84 ? 0x20 : 0, isInWord84 ? 0 : 0x20)}});
+        drive.onAta(WRITE_LOG_EXT, 0, SCT_COMMAND_STATUS, {{.returned = returned(3, 0x00)}});
+        drive.onAta(READ_LOG_EXT, 0, SCT_COMMAND_STATUS, {{.data = structure(512, {{200, {33}}})}});
+        drive.onAta(READ_LOG_EXT, 0, SCT_DATA, {{.data = structure(512, {{0, {2}}})}});
+        core::Device& device = *drive.getDevice();
+        const core::Payload key = structure(512, {{0, {4, 0, 2}}});
+        EXPECT_EQ(ata_access::askSct(device, key).returned.count, 3);
+        EXPECT_EQ(drive.sentAta().back().input, key);
+        EXPECT_EQ(ata_access::sct(device, key).returned.count, 3);
+        EXPECT_EQ(*ata_access::sctStatus(device).at(200), 33);
+        EXPECT_EQ(*ata_access::sctTable(device, 2, 1).at(0), 2);
+    }
+}
+
+TEST(AtaAccess, TellsThatSmartIsDisabledIfThatClosesTheOnlyWayToSct) {
+    ScriptedDrive drive("ATA");
+    const core::Payload key(512);
+    core::Device& device = *drive.getDevice();
+    drive.onAta(IDENTIFY_DEVICE, 0, 0, {{.data = identifyWithoutSmart(0, 0)}});
+    EXPECT_EQ(thrownBy([&] { (void)ata_access::askSct(device, key); }),
+              "10/60 SMART is not enabled.");
+    EXPECT_EQ(thrownBy([&] { (void)ata_access::sctStatus(device); }),
+              "10/60 SMART is not enabled.");
+    // SMART is enabled, and the refusal has another reason.
+    drive.onAta(IDENTIFY_DEVICE, 0, 0,
+                {{.data = structure(512, {{85 * 2, {0x01}}, {87 * 2, {0x20, 0x40}}})}});
+    EXPECT_FALSE(ata_access::askSct(device, key).returned.isSuccess());
+    EXPECT_EQ(thrownBy([&] { (void)ata_access::sct(device, key); }),
+              "0/10 ATA command reported a problem. SMART WRITE LOG: error register 0x04.");
+}
+
 TEST(AtaAccess, ReadsTheSctStatus) {
     ScriptedDrive drive("ATA");
     drive.onAta(SMART, READ_LOG, SCT_COMMAND_STATUS, {{.data = structure(512, {{200, {33}}})}});
@@ -162,15 +203,6 @@ TEST(AtaAccess, ReadsTheStateOfAnSctFeature) {
     drive.onAta(SMART, WRITE_LOG, SCT_COMMAND_STATUS, {{.returned = returned(0x34, 0x12)}});
     EXPECT_EQ(ata_access::sctFeature(*drive.getDevice(), ata::sct::Feature::WRITE_CACHE), 0x1234);
     EXPECT_EQ(drive.sentAta()[0].input, structure(512, {{0, {4, 0, 2, 0, 1}}}));
-}
-
-TEST(AtaAccess, SetsAnSctFeatureForGood) {
-    ScriptedDrive drive("ATA");
-    drive.onAta(SMART, WRITE_LOG, SCT_COMMAND_STATUS, {{}});
-    ata_access::setSctFeature(*drive.getDevice(), ata::sct::Feature::TEMPERATURE_LOGGING_INTERVAL,
-                              0x0105);
-    ASSERT_EQ(drive.sentAta().size(), 1U);
-    EXPECT_EQ(drive.sentAta()[0].input, structure(512, {{0, {4, 0, 1, 0, 3, 0, 5, 1, 1}}}));
 }
 
 }  // namespace

@@ -74,6 +74,9 @@ public:
         script->replies[{command, feature, lbaLow}] = std::move(replies);
     }
 
+    /// What the path says of partitions; none unless told otherwise.
+    void onPartitionCheck(core::Status status) { script->partitions = std::move(status); }
+
     std::vector<SentNvme>& sentNvme() { return script->sentNvme; }
 
     std::vector<SentAta>& sentAta() { return script->sentAta; }
@@ -96,6 +99,7 @@ private:
         std::map<Key, std::deque<Reply>> replies;
         std::vector<SentNvme> sentNvme;
         std::vector<SentAta> sentAta;
+        core::Status partitions = core::statuses::deviceHasNoPartitions();
 
         std::optional<Reply> next(const Key& key) {
             const auto found = replies.find(key);
@@ -112,7 +116,7 @@ private:
             : CommandPath(nullptr, PATH_NAME),
               script(std::move(script)) {}
 
-        core::Status checkPartitions() override { return core::statuses::deviceHasNoPartitions(); }
+        core::Status checkPartitions() override { return script->partitions; }
 
         std::unique_ptr<CommandPath> clone() const override {
             return std::make_unique<Path>(script);

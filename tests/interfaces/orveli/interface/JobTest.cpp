@@ -1039,6 +1039,7 @@ TEST(Job, HasItsStatusSetThroughAPointer) {
 }
 
 TEST(Job, MayBeAbsent) {
+    // Nothing to see afterwards: without a job the calls must just come back.
     setStatus(nullptr, failure());
     reportProgress(nullptr);
 }

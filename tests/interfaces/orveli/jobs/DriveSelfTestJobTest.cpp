@@ -40,9 +40,11 @@ void expectStatus(const Outcome& outcome, int code, const std::string& message) 
 Payload identifyDevice() {
     Payload data(512);
     *data[82 * 2] = 0x01;      // SMART
+    *data[83 * 2 + 1] = 0x40;  // words 82 and 83 are valid
     *data[84 * 2] = 0x02;      // self-test
     *data[84 * 2 + 1] = 0x40;  // the word is valid
     *data[85 * 2] = 0x01;      // SMART is on
+    *data[87 * 2 + 1] = 0x40;  // words 85 to 87 are valid
     return data;
 }
 
@@ -153,6 +155,13 @@ TEST(DriveSelfTestJob, TellsWhyASataDriveFailedItsTest) {
                  "of the test failed.");
 }
 
+TEST(DriveSelfTestJob, DoesNotTakeATestThatStillRunsForOneThatCameToAGoodEnd) {
+    ScriptedDrive drive = sataDrive();
+    drive.onAta(SMART, READ_DATA, 0, {{.data = smartData(0)}, {.data = smartData(0xF9)}});
+    drive.onAta(SMART, EXECUTE, 0x81, {{}});
+    expectStatus(run(drive, "short"), 209, "Drive Self-Test Already In Progress.");
+}
+
 TEST(DriveSelfTestJob, TellsOfARefusalBySataDrives) {
     ScriptedDrive drive = sataDrive();
     expectStatus(run(drive, "short"), 45, "Drive self-test failed. The drive refused to start it.");
@@ -169,7 +178,6 @@ TEST(DriveSelfTestJob, NeedsASataDriveThatHasTheTest) {
     expectStatus(run(drive, "short"), 44, "The selected device does not support SMART Self-Test.");
 
     *none[87 * 2] = 0x02;
-    *none[87 * 2 + 1] = 0x40;
     drive.onAta(SMART, EXECUTE, 0x81, {{}});
     EXPECT_EQ(run(drive, "short").status.getCode(), 0);
 

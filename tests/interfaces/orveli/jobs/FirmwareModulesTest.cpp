@@ -4,6 +4,7 @@
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <filesystem>
 #include <fstream>
@@ -183,6 +184,14 @@ TEST(FirmwareModules, NamesAFileThatItCannotReadIfThereIsNothingElse) {
     EXPECT_EQ(choose(FirmwareModules(folder.path())), expected);
     folder.add("b.nfm", "NX45A130");
     EXPECT_EQ(choose(FirmwareModules(folder.path())), "NX45A130");
+}
+
+TEST(FirmwareModules, NeitherWaitsForAPipeNorTakesItForAModule) {
+    Folder folder;
+    ASSERT_EQ(mkfifo(folder.path("a.nfm").c_str(), 0600), 0);
+    EXPECT_EQ(choose(FirmwareModules(folder.path())),
+              "54 Failed reading a file necessary for the feature. Reboot and try again. " +
+                  folder.path("a.nfm"));
 }
 
 TEST(FirmwareModules, DoesNotReadAFileThatIsTooLarge) {

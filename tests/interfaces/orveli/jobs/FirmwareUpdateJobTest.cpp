@@ -44,7 +44,7 @@ void describe(ScriptedDrive& drive) {
     product.setValue("Quillbrook");
     drive->setAttribute(product);
     core::Attribute firmware = features::device_attributes::Firmware();
-    firmware.setValue("NX45A120");
+    firmware.setValue("NX45A110");  // what it was at some scan
     drive->setAttribute(firmware);
 }
 
@@ -66,7 +66,7 @@ void expectFailure(const Outcome& outcome, int code, const std::string& message)
 }
 
 Payload identifyController(std::uint8_t granularity, std::uint8_t frmw = 0x12,
-                           const std::string& revision = "NX45A130", std::uint8_t oacsBits = 0x04) {
+                           const std::string& revision = "NX45A120", std::uint8_t oacsBits = 0x04) {
     Payload data(4096);
     std::copy(revision.begin(), revision.end(), data[64]);
     *data[256] = oacsBits;
@@ -75,11 +75,17 @@ Payload identifyController(std::uint8_t granularity, std::uint8_t frmw = 0x12,
     return data;
 }
 
+/// The drive is looked at before its firmware is compared, before it is sent, and afterwards.
+std::deque<Reply> updated(const Payload& before, const Payload& after) {
+    return {{.data = before}, {.data = before}, {.data = after}};
+}
+
 /// Takes pieces of 4096 bytes and one of 808.
 ScriptedDrive nvmeDrive() {
     ScriptedDrive drive("NVMe Admin");
     describe(drive);
-    drive.onNvme(IDENTIFY, 0x01, {{.data = identifyController(0xFF)}});
+    drive.onNvme(IDENTIFY, 0x01,
+                 updated(identifyController(0xFF), identifyController(0xFF, 0x12, "NX45A130")));
     drive.onNvme(DOWNLOAD, 0xFF, {{}});
     drive.onNvme(DOWNLOAD, 0xC9, {{}});
     drive.onNvme(COMMIT, 0x08, {{}});
@@ -214,11 +220,14 @@ TEST(FirmwareUpdateJob, TellsWhyAnNvmeDriveDidNotTakeTheFirmware) {
 
 /// Words 234 and 235 allow 1 to 8 blocks; modes by what the drive answers.
 Payload identifyDevice(std::uint8_t word119 = 0x10, std::uint8_t security = 0x01,
-                       const std::string& revision = "NX45A130", std::uint8_t word83 = 0x01) {
+                       const std::string& revision = "NX45A120", std::uint8_t word83 = 0x01) {
     Payload data(512);
     for (std::uint32_t place = 0; place < revision.size(); ++place)
         *data[46 + (place ^ 1U)] = static_cast<std::uint8_t>(revision[place]);
     *data[83 * 2] = word83;
+    *data[83 * 2 + 1] = 0x40;
+    *data[86 * 2 + 1] = 0x80;  // word 119 counts
+    *data[87 * 2 + 1] = 0x40;
     *data[119 * 2] = word119;
     *data[119 * 2 + 1] = 0x40;
     *data[128 * 2] = security;
@@ -230,7 +239,7 @@ Payload identifyDevice(std::uint8_t word119 = 0x10, std::uint8_t security = 0x01
 ScriptedDrive sataDrive(const Payload& identify, std::initializer_list<std::uint16_t> modes) {
     ScriptedDrive drive("ATA");
     describe(drive);
-    drive.onAta(0xEC, 0, 0, {{.data = identify}});
+    drive.onAta(0xEC, 0, 0, updated(identify, identifyDevice(0x10, 0x01, "NX45A130")));
     for (const std::uint16_t mode : modes)
         drive.onAta(MICROCODE, mode, 0, {{}});
     return drive;
@@ -333,21 +342,24 @@ TEST(FirmwareUpdateJob, TellsWhyASataDriveDidNotTakeTheFirmware) {
     expectFailure(run(lost, folder), 53, "Firmware update failed. Input/output error");
     EXPECT_EQ(downloads(lost).size(), 1U);
 
-    ScriptedDrive unchanged = sataDrive(identifyDevice(0x10, 0x01, "NX45A120"), {0x03});
+    ScriptedDrive unchanged = sataDrive(identifyDevice(), {0x03});
+    unchanged.onAta(0xEC, 0, 0, {{.data = identifyDevice()}});
     expectFailure(run(unchanged, folder), 53,
                   "Firmware update failed. The drive still runs NX45A120.");
 }
 
-TEST(FirmwareUpdateJob, SaysThatTheFirmwareIsCurrent) {
+TEST(FirmwareUpdateJob, SaysThatTheFirmwareThatTheDriveRunsIsCurrent) {
     TemporaryFolder folder;
     addModule(folder);
-    ScriptedDrive drive = nvmeDrive();
-    core::Attribute firmware = features::device_attributes::Firmware();
-    firmware.setValue("NX45A130");
-    drive->setAttribute(firmware);
-    EXPECT_EQ(run(drive, folder).output,
-              answer("The selected Norvo SSD contains current firmware as of this tool release."));
-    EXPECT_TRUE(pieces(drive).empty());
+    const std::string current =
+        answer("The selected Norvo SSD contains current firmware as of this tool release.");
+    ScriptedDrive nvme = nvmeDrive();
+    nvme.onNvme(IDENTIFY, 0x01, {{.data = identifyController(0xFF, 0x12, "NX45A130")}});
+    EXPECT_EQ(run(nvme, folder).output, current);
+    EXPECT_TRUE(pieces(nvme).empty());
+    ScriptedDrive sata = sataDrive(identifyDevice(0x10, 0x01, "NX45A130"), {0x0E});
+    EXPECT_EQ(run(sata, folder).output, current);
+    EXPECT_TRUE(downloads(sata).empty());
 }
 
 TEST(FirmwareUpdateJob, LooksIntoTheFoldersOfTheRequest) {
@@ -395,6 +407,10 @@ TEST(FirmwareUpdateJob, RefusesDrivesThatAreNotToBeUpdated) {
 
     ScriptedDrive without = sataDrive(identifyDevice(0x10, 0x01, "NX45A120", 0x00), {0x0E});
     EXPECT_EQ(run(without, folder).status.getCode(), 69);
+    const Payload invalid = identifyDevice();
+    *invalid[83 * 2 + 1] = 0x00;
+    ScriptedDrive untold = sataDrive(invalid, {0x0E});
+    EXPECT_EQ(run(untold, folder).status.getCode(), 69);
     ScriptedDrive nvme = nvmeDrive();
     nvme.onNvme(IDENTIFY, 0x01, {{.data = identifyController(0, 0x12, "NX45A120", 0xFB)}});
     EXPECT_EQ(run(nvme, folder).status.getCode(), 69);

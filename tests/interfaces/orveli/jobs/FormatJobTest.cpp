@@ -310,6 +310,19 @@ TEST(FormatJob, RefusesADriveWithPartitionsUnlessForced) {
     EXPECT_EQ(run(drive, {{"Type", "Delete"}, {"Force", "true"}}).output, SUCCESS);
 }
 
+TEST(FormatJob, NeedsForceIfThePathCannotTellOfPartitions) {
+    ScriptedDrive drive = nvmeDrive();
+    drive.onNvme(FORMAT_NVM, 0x00, {{}});
+    drive.onPartitionCheck(core::Status(1, 13, "Permission denied"));
+    const Outcome outcome = run(drive, {{"Type", "Delete"}});
+    EXPECT_EQ(outcome.status.toString(), "Category: 1\nCode: 13\nMessage: Permission denied");
+    EXPECT_TRUE(drive.sentNvme().empty());
+    drive.onPartitionCheck(core::Status(0, 2, "Device has one or more partitions."));
+    expectCode(run(drive, {{"Type", "Delete"}}), 94);
+    drive.onPartitionCheck(core::Status(1, 13, "Permission denied"));
+    EXPECT_EQ(run(drive, {{"Type", "Delete"}, {"Force", "true"}}).output, SUCCESS);
+}
+
 ReturnedTaskFile returned(std::uint16_t count, std::uint64_t lba = 0, std::uint8_t status = 0x50) {
     ReturnedTaskFile one;
     one.status = status;
@@ -442,6 +455,20 @@ TEST(FormatJob, TellsThatSanitizeFailed) {
     EXPECT_EQ(waited, std::chrono::hours(4));
 }
 
+TEST(FormatJob, ClearsTheFailureOfASanitizeOperationSoThatTheDriveTakesCommandsAgain) {
+    const ReturnedTaskFile failures[] = {returned(0, 0x01, 0x51), returned(0)};
+    for (const ReturnedTaskFile& failure : failures) {
+        ScriptedDrive drive = sataDrive(BLOCK_ERASE, 0);
+        drive.onAta(0xB4, 0x00, 0x00,
+                    {{.returned = returned(0)}, {.returned = failure}, {.returned = returned(0)}});
+        drive.onAta(0xB4, 0x12, 0x72, {{}});
+        expectCode(run(drive, {{"Type", "ATASanitize"}}), 25);
+        EXPECT_EQ(commands(drive), (Commands{0xB400, 0xB412, 0xB400, 0xB400}));
+        EXPECT_EQ(drive.sentAta().end()[-2].taskFile.count, 0x00);
+        EXPECT_EQ(drive.sentAta().back().taskFile.count, 0x01);
+    }
+}
+
 void letErase(ScriptedDrive& drive) {
     for (const int command : {0xF1, 0xF3, 0xF4, 0xF6})
         drive.onAta(static_cast<std::uint8_t>(command), 0, 0, {{}});
@@ -539,17 +566,45 @@ TEST(FormatJob, TakesThePasswordAwayIfTheEraseFails) {
     }
 }
 
+const core::Status IO_ERROR(1, 5, "Input/output error.");
+
 TEST(FormatJob, TellsThePasswordThatItCannotTakeAway) {
     ScriptedDrive drive = sataDrive(0, SECURITY);
     letErase(drive);
-    drive.onAta(0xF4, 0, 0, {{.pathStatus = core::Status(1, 5, "Input/output error")}});
-    drive.onAta(0xF6, 0, 0, {{.pathStatus = core::Status(1, 5, "Input/output error")}});
+    drive.onAta(0xEC, 0, 0,
+                {{.data = identifyDevice(0, SECURITY)}, {.data = identifyDevice(0, 0x03)}});
+    drive.onAta(0xF4, 0, 0, {{.returned = returned(0, 0, 0x51)}});
+    drive.onAta(0xF6, 0, 0, {{.pathStatus = IO_ERROR}});
     const Outcome outcome = run(drive, {{"Type", "ATASecureErase"}});
     expectCode(outcome, 9);
     EXPECT_EQ(outcome.status.getMessage(),
               "Secure Erase Unit command failed. Reboot and try again. If error persists, consider "
               "using a DOS-based tool for Secure Erase. The drive has kept the user password "
               "'tavik', which was set for the erase.");
+}
+
+TEST(FormatJob, TellsThePathsStatusIfNoAnswerComesToAnEraseAndTakesThePasswordAway) {
+    for (const int command : {0xF1, 0xF3, 0xF4}) {
+        SCOPED_TRACE(command);
+        ScriptedDrive drive = sataDrive(0, SECURITY);
+        letErase(drive);
+        drive.onAta(static_cast<std::uint8_t>(command), 0, 0, {{.pathStatus = IO_ERROR}});
+        EXPECT_EQ(run(drive, {{"Type", "ATASecureErase"}}).status.toString(),
+                  "Category: 1\nCode: 5\nMessage: Input/output error.");
+        EXPECT_EQ(commands(drive).back(), 0xF600);
+    }
+}
+
+TEST(FormatJob, TellsOfAPasswordThatTheDriveMayHaveTakenWithoutAnAnswer) {
+    ScriptedDrive drive = sataDrive(0, SECURITY);
+    drive.onAta(0xF1, 0, 0, {{.pathStatus = IO_ERROR}});
+    EXPECT_EQ(run(drive, {{"Type", "ATASecureErase"}}).status.toString(),
+              "Category: 1\nCode: 5\nMessage: Input/output error.")
+        << "without a password the drive refuses to disable one";
+    drive.onAta(0xEC, 0, 0, {{.data = identifyDevice(0, SECURITY)}, {.pathStatus = IO_ERROR}});
+    EXPECT_EQ(run(drive, {{"Type", "ATASecureErase"}}).status.toString(),
+              "Category: 1\nCode: 5\nMessage: Input/output error. The drive may have kept the user "
+              "password \"tavik\", which was set for the erase.");
 }
 
 TEST(FormatJob, MeetsNoDriveThatNobodyNamed) {

@@ -103,7 +103,7 @@ constexpr std::uint64_t NATIVE = 937703087;
 
 using Words = std::map<std::uint32_t, std::uint16_t>;
 
-/// IDENTIFY DEVICE data of a drive with so many sectors, and these words besides.
+/// IDENTIFY DEVICE data of a drive with so many sectors, and these words besides or instead.
 Reply identified(std::uint64_t sectors, const Words& words) {
     Reply reply;
     reply.data = core::Payload(512);
@@ -111,6 +111,9 @@ Reply identified(std::uint64_t sectors, const Words& words) {
         *reply.data[word * 2] = static_cast<std::uint8_t>(value);
         *reply.data[word * 2 + 1] = static_cast<std::uint8_t>(value >> 8U);
     };
+    put(83, 0x4400);
+    put(86, 0x8000);
+    put(87, 0x4000);
     put(100, sectors);
     put(101, sectors >> 16U);
     put(102, sectors >> 32U);
@@ -261,6 +264,15 @@ TEST_F(MaxAddress, LargeDrivesTellTheirSizeInTheExtendedNumber) {
     EXPECT_EQ(setMaximum("1"), DONE);
 }
 
+TEST_F(MaxAddress, SmallDrivesTellTheirSizeInAnyOfItsNumbers) {
+    onAccessibleMaxAddress(2, {{69, 0x0008}, {119, 0x4100}, {230, 0x0000}});
+    drive.onAta(ACCESSIBLE_MAX, 1, 0x01, {Reply{}});
+    EXPECT_EQ(setMaximum("1"), DONE);
+    onAccessibleMaxAddress(0, {{60, 2}, {83, 0x4000}, {119, 0x4100}});
+    drive.onAta(ACCESSIBLE_MAX, 1, 0x01, {Reply{}});
+    EXPECT_EQ(setMaximum("1"), DONE);
+}
+
 TEST_F(MaxAddress, APathThatFailsIsNoRefusalOfTheDrive) {
     onAccessibleMaxAddress(NATIVE + 1);
     Reply unreachable;
@@ -351,6 +363,12 @@ TEST_F(MaxAddress, IsNeitherForRaidMembersNorForDrivesWithPartitions) {
     setAttribute(nvmeDrive, features::device_attributes::RAIDMember());
     EXPECT_EQ(setNvmeMaximum("native"), "10/12 This feature cannot run on a RAID member.");
     EXPECT_EQ(drive.sentAta().size() + nvmeDrive.sentNvme().size(), 0U);
+}
+
+TEST_F(MaxAddress, IsNotForADriveWhosePathCannotTellOfPartitions) {
+    drive.onPartitionCheck(core::Status(1, 13, "Permission denied"));
+    EXPECT_EQ(setMaximum("native"), "1/13 Permission denied");
+    EXPECT_TRUE(drive.sentAta().empty());
 }
 
 TEST_F(MaxAddress, ReadsItsPropertyBeforeItLooksAtTheDrive) {

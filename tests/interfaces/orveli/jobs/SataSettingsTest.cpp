@@ -45,11 +45,13 @@ Reply unreachable() {
     return reply;
 }
 
-/// IDENTIFY DEVICE data with these words, of a drive that has SCT unless they say otherwise.
-Reply identified(std::map<std::uint32_t, std::uint16_t> words) {
-    words.emplace(206, 0x003D);
+/// IDENTIFY DEVICE data with these words, and with what makes all of them valid, of a drive that has
+/// SCT unless they say otherwise.
+Reply identified(const std::map<std::uint32_t, std::uint16_t>& own) {
     Reply reply;
     reply.data = core::Payload(512);
+    auto words = own;
+    words.insert({{76, 0x0100}, {83, 0x4000}, {85, 0x0001}, {87, 0x4000}, {206, 0x003D}});
     for (const auto& [word, value] : words) {
         *reply.data[word * 2] = static_cast<std::uint8_t>(value);
         *reply.data[word * 2 + 1] = static_cast<std::uint8_t>(value >> 8U);
@@ -396,6 +398,8 @@ TEST_F(SataSettings, DipmMayBeMissingRefusedOrIgnored) {
     onIdentify({identified({{79, 0x0008}})});
     EXPECT_EQ(set<DipmJob>(drive, property), "10/47 Drive does not support DIPM.");
     EXPECT_EQ(sentCount(), 0U);
+    onIdentify({identified({{76, 0x0000}, {78, 0x0008}})});
+    EXPECT_EQ(set<DipmJob>(drive, property), "10/47 Drive does not support DIPM.");
     onIdentify({identified({{78, 0x0008}})});
     EXPECT_EQ(set<DipmJob>(drive, property),
               "0/10 ATA command reported a problem. SET FEATURES: error register 0x04.");
@@ -501,6 +505,8 @@ TEST_F(SataSettings, NothingIsSetForADriveWithoutAWriteCache) {
     EXPECT_EQ(set<WriteCacheJob>(drive, {"WriteCacheReorderingStateEnabled", "boolean", "True"}),
               REFUSAL);
     EXPECT_EQ(sentCount(), 0U);
+    onIdentify({identified({{82, WRITE_CACHE}, {83, 0xFFFF}})});
+    EXPECT_EQ(set<WriteCacheJob>(drive, {"WriteCacheEnabled", "boolean", "True"}), REFUSAL);
 }
 
 // EnduranceAnalyzer.

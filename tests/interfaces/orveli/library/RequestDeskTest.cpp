@@ -27,13 +27,18 @@ void set(core::AttributeHolder& holder, Attribute attribute, const std::string& 
     holder.setAttribute(attribute);
 }
 
-/// Finds three drives, the third of another product; counts how often it was asked.
+/// Finds three drives, the third of another product; counts how often it was asked. Throws while it
+/// is broken.
 class ThreeDrives : public core::DeviceFinder {
 public:
-    explicit ThreeDrives(int& scans) : DeviceFinder("ThreeDrives"), scans(scans) {}
+    ThreeDrives(int& scans, const bool& isBroken)
+        : DeviceFinder("ThreeDrives"),
+          scans(scans),
+          isBroken(isBroken) {}
 
     void find(Device::Devices& devices) override {
         ++scans;
+        if (isBroken) throw Status(1, 5, "no scan");
         for (const auto& [path, serial, product] :
              std::vector<std::tuple<std::string, std::string, std::string>>{
                  {"/dev/a", "S1", "Bexmere"},
@@ -56,12 +61,13 @@ public:
 
 private:
     int& scans;
+    const bool& isBroken;
 };
 
 class RequestDeskTest : public ::testing::Test {
 public:
     RequestDeskTest() {
-        manager.addDeviceFinder(ThreeDrives(scans));
+        manager.addDeviceFinder(ThreeDrives(scans, isScanBroken));
         addJob("List", [](const Job& job, std::unique_ptr<XmlElement>& response) {
             auto output = std::make_unique<XmlObject>();
             for (const auto& device : job.getDevices())
@@ -113,6 +119,7 @@ protected:
     }
 
     int scans = 0;
+    bool isScanBroken = false;
     core::DeviceManager manager;
     JobRegistry registry;
     RequestDesk desk{manager, registry};
@@ -267,6 +274,15 @@ TEST_F(RequestDeskTest, ScansOnceAndWhenToldTo) {
     EXPECT_EQ(scans, 2);
     servedDrives(R"(<Property name="Scan" type="boolean" value="false"/>)");
     EXPECT_EQ(scans, 2);
+}
+
+TEST_F(RequestDeskTest, ScansAgainAfterAScanThatFailed) {
+    servedDrives("");
+    isScanBroken = true;
+    EXPECT_EQ(statusOf(request("List", R"(<Property name="Scan" value="true"/>)")), Pair("1", "5"));
+    isScanBroken = false;
+    EXPECT_EQ(servedDrives(selecting("Index", "1")), "S2");
+    EXPECT_EQ(scans, 3);
 }
 
 TEST_F(RequestDeskTest, TellsAStatusThatAJobThrows) {

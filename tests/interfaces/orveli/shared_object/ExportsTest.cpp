@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <fstream>
@@ -83,6 +84,25 @@ TEST_F(ExportsTest, NullPointersAndEndlessLengthsAreRefused) {
     EXPECT_EQ(library.enableLogger("x", 0, 0, 1), 6U);
 }
 
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)  // which take no want of memory
+
+TEST_F(ExportsTest, WantOfMemoryHasACodeOfItsOwn) {
+    load();
+    const std::string request(32 * 1024 * 1024, ' ');
+    std::uint64_t handle = 7;
+    rlimit limit = {};
+    ASSERT_EQ(::getrlimit(RLIMIT_AS, &limit), 0);
+    const rlimit nothingMore = {1, limit.rlim_max};
+    ASSERT_EQ(::setrlimit(RLIMIT_AS, &nothingMore), 0);
+    const std::uint32_t code =
+        library.send(request.data(), static_cast<std::uint32_t>(request.size()), &handle);
+    ASSERT_EQ(::setrlimit(RLIMIT_AS, &limit), 0);
+    EXPECT_EQ(code, 12U);
+    EXPECT_EQ(handle, 0U);
+}
+
+#endif
+
 TEST_F(ExportsTest, ARequestIsReadByItsLengthAlone) {
     load();
     const std::string request = std::string(SHOW) + "<and more";
@@ -113,6 +133,7 @@ TEST_F(ExportsTest, UnloadingForgetsTheAnswers) {
     const std::uint64_t handle = library.sendText("no XML");
     library.unload();
     ASSERT_EQ(library.load(1), 0U);
+    EXPECT_NE(library.sendText("no XML"), handle);
     std::uint32_t size = 0;
     EXPECT_EQ(library.receive(handle, nullptr, &size), 1U);
 }

@@ -5,12 +5,12 @@
 
 #include <string>
 
-namespace orvel::interfaces::orveli::jobs {
+namespace orvel::core {
 
 /// The status with `words` behind its own, after a blank. Category and code stay.
-inline core::Status withWords(core::Status status, const std::string& words) {
+inline Status withWords(Status status, const std::string& words) {
     status.setMessage(status.getMessage() + " " + words);
     return status;
 }
 
-}  // namespace orvel::interfaces::orveli::jobs
+}  // namespace orvel::core
