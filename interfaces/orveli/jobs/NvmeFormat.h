@@ -24,8 +24,9 @@ struct NvmeFormat {
 /// clear that each of them can have the format.
 ///
 /// Throws core::Status by value: 10/3 without Format NVM, 10/80 for a namespace that isn't
-/// attached, 10/27 to 10/31 for what a namespace can't have, 10/171 with the drive's words if it
-/// refuses, or if it would format more than it was asked to; and the path's status.
+/// attached, 10/33 for lists of namespaces that make no sense, 10/27 to 10/31 for what a namespace
+/// can't have, 10/171 with the drive's words if it refuses, or if it would format more than it was
+/// asked to; and the path's status.
 void formatNamespaces(core::Device& device, const NvmeFormat& wanted);
 
 /// Namespaces that `formatNamespaces` doesn't reach because they are not attached to the

@@ -239,6 +239,22 @@ TEST(FormatJob, NeedsADriveThatFormats) {
               "Failed to format drive. No namespace is attached to the controller.");
 }
 
+TEST(FormatJob, FormatsNothingByAListThatMakesNoSense) {
+    ScriptedDrive drive = nvmeDrive({1, 3, 2});
+    drive.onNvme(FORMAT_NVM, 0x00, {{}});
+    expectCode(run(drive, {{"Type", "Delete"}}), 33);
+
+    // As many as a list can have, and the next one begins anew.
+    Payload full(4096);
+    for (std::uint32_t i = 0; i < 1024; ++i) {
+        *full[4 * i] = static_cast<std::uint8_t>(i + 1);
+        *full[4 * i + 1] = static_cast<std::uint8_t>((i + 1) >> 8U);
+    }
+    drive.onNvme(IDENTIFY, 0x02, {{.data = full}, {.data = list({1})}});
+    expectCode(run(drive, {{"Type", "Delete"}}), 33);
+    EXPECT_TRUE(formats(drive).empty());
+}
+
 TEST(FormatJob, NeverFormatsMoreNamespacesThanItWasAskedTo) {
     ScriptedDrive drive = nvmeDrive({1, 2});
     drive.onNvme(FORMAT_NVM, 0x00, {{}});
