@@ -69,12 +69,28 @@ bool isEraseAvailable(const NvmeDrive& drive, std::uint32_t settings) {
     }
 }
 
-/// Some drives can only format, or only erase, all that there is.
-bool isForAll(const NvmeDrive& drive, const AdminCommandFields& fields) {
+std::vector<std::uint32_t> allocatedNamespaces(const NvmeDrive& drive) {
+    std::vector<std::uint32_t> all;
+    for (const auto& [nsid, one] : drive.namespaces)
+        all.push_back(nsid);
+    return all;
+}
+
+/// Some drives can only format, or only erase, all that there is: attached or not (Format NVM,
+/// section 5.23: format scope and secure erase scope).
+std::vector<std::uint32_t> targetsOf(const NvmeDrive& drive, const AdminCommandFields& fields) {
     const bool erases = readBits(fields.cdw10, format_nvm_cdw10::SES) != secure_erase::NONE;
-    return fields.nsid == ALL_NAMESPACES ||
-           supports(drive, identify_controller::FNA, fna::FORMAT_ALL_NAMESPACES) ||
-           (erases && supports(drive, identify_controller::FNA, fna::ERASE_ALL_NAMESPACES));
+    const bool isForAll =
+        supports(drive, identify_controller::FNA, fna::FORMAT_ALL_NAMESPACES) ||
+        (erases && supports(drive, identify_controller::FNA, fna::ERASE_ALL_NAMESPACES));
+    if (isForAll) return allocatedNamespaces(drive);
+    if (fields.nsid == ALL_NAMESPACES) return attachedNamespaces(drive);
+    return {fields.nsid};
+}
+
+/// Whether nothing is left of what the controller shows.
+bool coversAttached(const NvmeDrive& drive, const std::vector<std::uint32_t>& targets) {
+    return std::ranges::includes(targets, attachedNamespaces(drive));
 }
 
 /// Whether the running self-test is one of these namespaces, alone or with all others.
@@ -102,8 +118,7 @@ NvmeAnswer executeFormatNvm(NvmeDrive& drive, const NvmeRequest& request) {
     }
 
     const NamespaceFormat format = wantedFormat(fields.cdw10);
-    const auto targets = isForAll(drive, fields) ? attachedNamespaces(drive)
-                                                 : std::vector<std::uint32_t>{fields.nsid};
+    const auto targets = targetsOf(drive, fields);
     const bool isAvailable = std::ranges::all_of(targets, [&](std::uint32_t nsid) {
         return isFormatAvailable(drive.namespaces.at(nsid).identify, format);
     });
@@ -114,7 +129,7 @@ NvmeAnswer executeFormatNvm(NvmeDrive& drive, const NvmeRequest& request) {
         applyFormat(drive.namespaces.at(nsid).identify, format);
         drive.changedNamespaces.insert(nsid);
     }
-    if (targets == attachedNamespaces(drive)) ++drive.eraseCount;
+    if (coversAttached(drive, targets)) ++drive.eraseCount;
     return {};
 }
 

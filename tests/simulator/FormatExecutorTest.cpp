@@ -89,20 +89,25 @@ TEST(FormatExecutor, RefusesCryptographicEraseWithoutTheCapability) {
     EXPECT_EQ(simulation.status(format(0x200)), 0U);
 }
 
-TEST(FormatExecutor, FormatsAllAttachedNamespacesWhereItMust) {
+TEST(FormatExecutor, FormatsAllNamespacesWhereItMust) {
     struct Row {
         const char* what;
         std::uint64_t fna;
         std::uint32_t cdw10;
         std::uint32_t nsid;
-        std::uint64_t other;       ///< format of the other namespace afterwards
+        std::uint64_t other;       ///< format of the other attached namespace afterwards
+        std::uint64_t detached;    ///< and of the one that isn't attached
         std::uint32_t eraseCount;  ///< counts where nothing is left to the host
     };
 
     constexpr Row ROWS[] = {
-        {"one", 0, 0x001, 1, 0, 0},         {"broadcast", 0, 0x001, 0xFFFFFFFF, 1, 1},
-        {"formats all", 1, 0x001, 1, 1, 1}, {"erases all, but only formats", 2, 0x001, 1, 0, 0},
-        {"erases all", 2, 0x201, 1, 1, 1},
+        {"one", 0, 0x001, 1, 0, 0, 0},
+        {"broadcast", 0, 0x001, 0xFFFFFFFF, 1, 0, 1},
+        {"formats all", 1, 0x001, 1, 1, 1, 1},
+        {"formats all by broadcast", 1, 0x001, 0xFFFFFFFF, 1, 1, 1},
+        {"erases all, but only formats", 2, 0x001, 1, 0, 0, 0},
+        {"erases all, but only formats by broadcast", 2, 0x001, 0xFFFFFFFF, 1, 0, 1},
+        {"erases all", 2, 0x201, 1, 1, 1, 1},
     };
     for (const Row& row : ROWS) {
         SCOPED_TRACE(row.what);
@@ -112,7 +117,7 @@ TEST(FormatExecutor, FormatsAllAttachedNamespacesWhereItMust) {
         EXPECT_EQ(simulation.status(format(row.cdw10, row.nsid)), 0U);
         EXPECT_EQ(get(simulation.drive.namespaces.at(1).identify, 26, 1), 1U);
         EXPECT_EQ(get(simulation.drive.namespaces.at(3).identify, 26, 1), row.other);
-        EXPECT_EQ(get(simulation.drive.namespaces.at(2).identify, 26, 1), 0U);
+        EXPECT_EQ(get(simulation.drive.namespaces.at(2).identify, 26, 1), row.detached);
         EXPECT_EQ(simulation.drive.eraseCount, row.eraseCount);
     }
 }

@@ -25,11 +25,18 @@ namespace {
 
 constexpr std::int32_t FORMAT_SECONDS = 4 * 60 * 60;
 
-/// Some drives can only format, or only erase, all that there is.
+/// Some drives can only format, or only erase, all that there is: attached or not.
 bool isForAll(const Payload& controller, const NvmeFormat& wanted) {
     return has(controller, ic::FNA, fna::FORMAT_ALL_NAMESPACES) ||
            (wanted.secureErase != secure_erase::NONE &&
             has(controller, ic::FNA, fna::ERASE_ALL_NAMESPACES));
+}
+
+std::vector<std::uint32_t> without(std::vector<std::uint32_t> all,
+                                   const std::vector<std::uint32_t>& some) {
+    std::erase_if(all,
+                  [&](std::uint32_t nsid) { return std::ranges::find(some, nsid) != some.end(); });
+    return all;
 }
 
 std::vector<std::uint32_t> targetsOf(const NvmeIdentifier& identifier, const NvmeFormat& wanted) {
@@ -39,11 +46,14 @@ std::vector<std::uint32_t> targetsOf(const NvmeIdentifier& identifier, const Nvm
     if (wanted.nsid == ALL_NAMESPACES) return attached;
     if (std::ranges::find(attached, wanted.nsid) == attached.end())
         throw statuses::invalidNamespaceId();
-    if (attached.size() > 1 && isForAll(identifier.getController(), wanted))
+    std::vector<std::uint32_t> targets = {wanted.nsid};
+    if (isForAll(identifier.getController(), wanted) &&
+        !without(identifier.listAllocatedNamespaces(), targets).empty()) {
         throw withWords(statuses::formatFailed(),
                         "The drive can only format all of its namespaces at once. Name 0xFFFFFFFF "
                         "as the namespace to do that.");
-    return {wanted.nsid};
+    }
+    return targets;
 }
 
 /// Where the metadata goes; no matter without any.
@@ -136,7 +146,7 @@ void send(Device& device, const FormatRequest& request) {
 
 }  // namespace
 
-void formatNamespaces(Device& device, const NvmeFormat& wanted) {
+DetachedNamespaces formatNamespaces(Device& device, const NvmeFormat& wanted) {
     const NvmeIdentifier identifier(device);
     const Payload& controller = identifier.getController();
     if (!has(controller, ic::OACS, oacs::FORMAT_NVM)) throw statuses::featureNotSupportedByDrive();
@@ -144,20 +154,15 @@ void formatNamespaces(Device& device, const NvmeFormat& wanted) {
         !has(controller, ic::FNA, fna::CRYPTOGRAPHIC_ERASE)) {
         throw statuses::invalidSecureEraseSetting();
     }
-    const auto requests = requestsFor(device, targetsOf(identifier, wanted), wanted);
+    const auto targets = targetsOf(identifier, wanted);
+    const auto requests = requestsFor(device, targets, wanted);
+    DetachedNamespaces detached{.areFormatted = isForAll(controller, wanted)};
+    if (wanted.nsid == ALL_NAMESPACES)
+        detached.numbers = without(identifier.listAllocatedNamespaces(), targets);
     const TimeLimit limit(device, ADMIN_COMMAND_SET, FORMAT_SECONDS);
     for (const FormatRequest& request : requests)
         send(device, request);
-}
-
-std::vector<std::uint32_t> detachedNamespaces(Device& device) {
-    const NvmeIdentifier identifier(device);
-    auto allocated = identifier.listAllocatedNamespaces();
-    const auto attached = identifier.listAttachedNamespaces();
-    std::erase_if(allocated, [&](std::uint32_t nsid) {
-        return std::ranges::find(attached, nsid) != attached.end();
-    });
-    return allocated;
+    return detached;
 }
 
 }  // namespace orvel::interfaces::orveli::jobs

@@ -239,6 +239,62 @@ TEST(FormatJob, NeedsADriveThatFormats) {
               "Failed to format drive. No namespace is attached to the controller.");
 }
 
+TEST(FormatJob, NeverReachesDetachedNamespacesWithTheOnlyAttachedOne) {
+    struct Row {
+        const char* type;
+        std::uint8_t fna;
+        int code;
+    };
+
+    constexpr Row ROWS[] = {{"NVMeFormat", 0x01, 171},
+                            {"Delete", 0x01, 171},
+                            {"NVMeFormat", 0x02, 0},
+                            {"Delete", 0x02, 171}};
+    for (const Row& row : ROWS) {
+        SCOPED_TRACE(std::string(row.type) + " " + std::to_string(row.fna));
+        ScriptedDrive drive = nvmeDrive({1});
+        drive.onNvme(IDENTIFY, 0x01, {{.data = identifyController(0x0A, row.fna)}});
+        drive.onNvme(IDENTIFY, 0x10, {{.data = list({1, 3})}});
+        drive.onNvme(FORMAT_NVM, 0x00, {{}});
+        EXPECT_EQ(run(drive, {{"Type", row.type}, {"NamespaceId", "1"}}).status.getCode(),
+                  row.code);
+        EXPECT_EQ(formats(drive).empty(), row.code != 0);
+        // With nothing else on the drive there is nothing to lose.
+        drive.onNvme(IDENTIFY, 0x10, {{.data = list({1})}});
+        EXPECT_EQ(run(drive, {{"Type", row.type}, {"NamespaceId", "1"}}).output, SUCCESS);
+    }
+}
+
+TEST(FormatJob, TellsWhichDetachedNamespacesItHasReachedBesides) {
+    struct Row {
+        const char* type;
+        std::uint8_t fna;
+        const char* told;
+    };
+
+    constexpr Row ROWS[] = {{"NVMeFormat", 0x00, nullptr},         {"Delete", 0x00, "NotDeleted"},
+                            {"NVMeFormat", 0x01, "AlsoFormatted"}, {"Delete", 0x01, "AlsoDeleted"},
+                            {"NVMeFormat", 0x02, nullptr},         {"Delete", 0x02, "AlsoDeleted"}};
+    for (const Row& row : ROWS) {
+        SCOPED_TRACE(std::string(row.type) + " " + std::to_string(row.fna));
+        ScriptedDrive drive = nvmeDrive({1, 2});
+        drive.onNvme(IDENTIFY, 0x01, {{.data = identifyController(0x0A, row.fna)}});
+        drive.onNvme(IDENTIFY, 0x10, {{.data = list({1, 2, 3, 7})}});
+        drive.onNvme(FORMAT_NVM, 0x00, {{}});
+        const std::string expected =
+            row.told == nullptr
+                ? SUCCESS
+                : std::string(R"(<Object><Object key="SERIAL1" name="Format">)"
+                              R"(<Property name="Status" value="Completed successfully."/>)"
+                              R"(<Property name=")") +
+                      row.told +
+                      R"(" value="Namespaces that are not attached to the )"
+                      R"(controller: 3, 7"/></Object></Object>)";
+        EXPECT_EQ(run(drive, {{"Type", row.type}}).output, expected);
+        EXPECT_EQ(formats(drive).size(), 1U);
+    }
+}
+
 TEST(FormatJob, FormatsNothingByAListThatMakesNoSense) {
     ScriptedDrive drive = nvmeDrive({1, 3, 2});
     drive.onNvme(FORMAT_NVM, 0x00, {{}});
