@@ -40,13 +40,30 @@ NamespaceFormat wantedFormat(std::uint32_t cdw10) {
             .isProtectionFirst = readBits(cdw10, format_nvm_cdw10::PIL) != 0};
 }
 
+/// What the blocks of a namespace share, in bytes: what was allocated, so that a rest which is no
+/// whole block isn't lost for good; but no more than what a lowered maximum address has left.
+protocols::Number128 capacityOf(const core::Payload& identify) {
+    const std::uint64_t size = blockSize(identify, readBits(identify, in::FLBAS, flbas::FORMAT));
+    const protocols::Number128 allocated = protocols::readWideNumber(identify, in::NVMCAP);
+    const protocols::Number128 blocks = protocols::readNumber(identify, in::NCAP);
+    const bool isWhole = size == 0 || blocks == allocated / size;
+    return isWhole ? allocated : blocks * size;
+}
+
+/// How many blocks the namespace has in the format, which is available; 0 if it can't have any.
+std::uint64_t blocksIn(const core::Payload& identify, const NamespaceFormat& format) {
+    const auto blocks = capacityOf(identify) / blockSize(identify, format.lbaFormat);
+    return blocks > UINT64_MAX ? 0 : static_cast<std::uint64_t>(blocks);
+}
+
+bool changesBlocks(const core::Payload& identify, const NamespaceFormat& format) {
+    return format.lbaFormat != readBits(identify, in::FLBAS, flbas::FORMAT);
+}
+
 /// The capacity in bytes stays; the number of blocks follows from it.
 void applyFormat(const core::Payload& identify, const NamespaceFormat& format) {
-    const std::uint32_t oldFormat = readBits(identify, in::FLBAS, flbas::FORMAT);
-    const std::uint64_t bytes =
-        protocols::readNumber(identify, in::NCAP) * blockSize(identify, oldFormat);
-    if (format.lbaFormat != oldFormat) {
-        const std::uint64_t blocks = bytes / blockSize(identify, format.lbaFormat);
+    if (changesBlocks(identify, format)) {
+        const std::uint64_t blocks = blocksIn(identify, format);
         protocols::writeNumber(identify, in::NSZE, blocks);
         protocols::writeNumber(identify, in::NCAP, blocks);
     }
@@ -120,7 +137,9 @@ NvmeAnswer executeFormatNvm(NvmeDrive& drive, const NvmeRequest& request) {
     const NamespaceFormat format = wantedFormat(fields.cdw10);
     const auto targets = targetsOf(drive, fields);
     const bool isAvailable = std::ranges::all_of(targets, [&](std::uint32_t nsid) {
-        return isFormatAvailable(drive.namespaces.at(nsid).identify, format);
+        const core::Payload& identify = drive.namespaces.at(nsid).identify;
+        return isFormatAvailable(identify, format) &&
+               (!changesBlocks(identify, format) || blocksIn(identify, format) != 0);
     });
     if (!isAvailable) return refusal(status_codes::INVALID_FORMAT);
 

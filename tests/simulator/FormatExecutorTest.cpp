@@ -45,6 +45,50 @@ TEST(FormatExecutor, GoesBackToSmallBlocks) {
     EXPECT_EQ(get(simulation.drive.namespaces.at(1).identify, 0, 8), 0x4000U);
 }
 
+TEST(FormatExecutor, LosesNoBlocksThatALargerSizeLeavesOver) {
+    Simulation simulation;
+    const auto& identify = simulation.drive.namespaces.at(1).identify;
+    put(identify, 0, 15, 8);
+    put(identify, 8, 15, 8);
+    put(identify, 48, 7680, 8);
+    EXPECT_EQ(simulation.status(format(1)), 0U);
+    EXPECT_EQ(get(identify, 0, 8), 1U);
+    EXPECT_EQ(simulation.status(format(0)), 0U);
+    EXPECT_EQ(get(identify, 0, 8), 15U);
+    EXPECT_EQ(get(identify, 8, 8), 15U);
+}
+
+TEST(FormatExecutor, RefusesBlocksThatAreLargerThanTheNamespace) {
+    Simulation simulation;
+    const auto& identify = simulation.drive.namespaces.at(1).identify;
+    put(identify, 0, 7, 8);
+    put(identify, 8, 7, 8);
+    put(identify, 48, 3584, 8);
+    EXPECT_EQ(simulation.status(format(1)), 0x10AU);
+    EXPECT_EQ(get(identify, 0, 8), 7U);
+    EXPECT_EQ(simulation.status(format(0)), 0U);
+}
+
+TEST(FormatExecutor, KeepsALoweredMaximumAddress) {
+    Simulation simulation;
+    const auto& identify = simulation.drive.namespaces.at(1).identify;
+    put(identify, 0, 0x1000, 8);
+    put(identify, 8, 0x1000, 8);
+    EXPECT_EQ(simulation.status(format(1)), 0U);
+    EXPECT_EQ(get(identify, 0, 8), 0x200U);
+}
+
+TEST(FormatExecutor, CountsBytesBeyondSixtyFourBits) {
+    Simulation simulation;
+    const auto& identify = simulation.drive.namespaces.at(1).identify;
+    put(identify, 0, 0x0080000000000008, 8);
+    put(identify, 8, 0x0080000000000008, 8);
+    put(identify, 48, 0x1000, 8);
+    put(identify, 56, 1, 8);
+    EXPECT_EQ(simulation.status(format(1)), 0U);
+    EXPECT_EQ(get(identify, 0, 8), 0x0010000000000001U);
+}
+
 TEST(FormatExecutor, PutsMetadataAndProtectionWhereTheNamespaceCan) {
     Simulation simulation;
     put(simulation.drive.namespaces.at(1).identify, 27, 0x01, 1);
