@@ -100,7 +100,7 @@ TEST(NvmeLogJob, ShowsEachEntryOfErrorInformationThatCounts) {
                 R"(<Property name="CommandSpecificInformation" value="255"/>)"
                 R"(<Property name="TransportTypeSpecificInformation" value="9"/>)"
                 R"(</Object></Object>)"));
-    EXPECT_EQ(drive.sentNvme().back().fields.cdw10, 0x002F0001U);
+    EXPECT_EQ(drive.sentNvme().back().fields.cdw10, 0x002F8001U);
 }
 
 TEST(NvmeLogJob, SplitsNoLocationOfAnErrorThatIsAboutNoParameter) {
