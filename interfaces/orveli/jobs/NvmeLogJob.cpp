@@ -66,8 +66,11 @@ void putErrorEntry(XmlObject& section, const Payload& entry) {
 
 void putErrorInfo(XmlObject& section, const NvmeLogReader& reader) {
     namespace fields = nvme::error_information_entry;
-    const auto count = static_cast<std::uint32_t>(
+    auto count = static_cast<std::uint32_t>(
         protocols::readNumber(reader.getController(), nvme::identify_controller::ELPE) + 1);
+    // The newest come first: a drive that can't be asked for all tells these.
+    while (count > 1 && !reader.canRead(count * fields::SIZE))
+        --count;
     const auto entries = nvme::errorInformationEntries(count);
     const Payload page =
         readPage(reader, nvme::log_pages::ERROR_INFORMATION, entries.size * entries.count);

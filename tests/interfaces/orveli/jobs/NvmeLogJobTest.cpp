@@ -103,6 +103,17 @@ TEST(NvmeLogJob, ShowsEachEntryOfErrorInformationThatCounts) {
     EXPECT_EQ(drive.sentNvme().back().fields.cdw10, 0x002F8001U);
 }
 
+TEST(NvmeLogJob, ShowsAsManyErrorsAsADriveWithoutOffsetsGivesAtOnce) {
+    ScriptedDrive drive("NVMe Admin");
+    drive.onNvme(IDENTIFY, 0x01, {{.data = bytesOf(4096, {{77, "01"}, {262, "FF"}})}});
+    drive.onNvme(GET_LOG_PAGE, 0x01, {{.data = bytesOf(8192, {{8128, "09"}})}});
+    NvmeLogJob job;
+    const std::string output = runJob(job, oneLog("1"), {drive.getDevice()}).output;
+    EXPECT_NE(output.find(property("NumberOfEntries", "1")), std::string::npos) << output;
+    ASSERT_EQ(drive.sentNvme().size(), 2U);
+    EXPECT_EQ(drive.sentNvme()[1].fields.cdw10, 0x07FF8001U);
+}
+
 TEST(NvmeLogJob, SplitsNoLocationOfAnErrorThatIsAboutNoParameter) {
     ScriptedDrive drive = nvmeDrive();
     drive.onNvme(GET_LOG_PAGE, 0x01,

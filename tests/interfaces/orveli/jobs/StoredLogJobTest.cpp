@@ -24,10 +24,10 @@ std::string gpl(const std::string& arguments) {
     return R"(<Object name="GPL" type="Method">)" + arguments + "</Object>";
 }
 
-/// An NVMe drive with a limit of 4096 bytes for a transfer.
-ScriptedDrive nvmeDrive() {
+/// An NVMe drive with a limit of 8192 bytes for a transfer. Bit 2 of LPA: it knows offsets.
+ScriptedDrive nvmeDrive(const std::string& mdts = "01", const std::string& lpa = "04") {
     ScriptedDrive drive("NVMe Admin");
-    drive.onNvme(IDENTIFY, 0x01, {{.data = bytesOf(4096, {{77, "01"}})}});
+    drive.onNvme(IDENTIFY, 0x01, {{.data = bytesOf(4096, {{77, mdts}, {261, lpa}})}});
     return drive;
 }
 
@@ -73,6 +73,31 @@ TEST(StoredLogJob, ReadsALogOfAnNvmeDriveInPiecesThatTheDriveTakes) {
     EXPECT_EQ(drive.sentNvme()[2].fields.cdw12, 0U);
     EXPECT_EQ(drive.sentNvme()[3].fields.cdw10, 0x007F00C0U);
     EXPECT_EQ(drive.sentNvme()[3].fields.cdw12, 8192U);
+}
+
+TEST(StoredLogJob, ReadsALogAtOnceFromANvmeDriveWithoutOffsets) {
+    struct Row {
+        const char* mdts;
+        const char* length;  ///< in the log's header
+        std::uint32_t bytes;
+        std::int32_t code;
+    };
+
+    constexpr Row ROWS[] = {
+        {"01", "00200000", 8192, 0},  {"01", "00220000", 8704, 3},  {"00", "00400000", 16384, 0},
+        {"00", "00420000", 16896, 3}, {"05", "00400000", 16384, 0}, {"05", "00420000", 16896, 3},
+    };
+    for (const Row& row : ROWS) {
+        SCOPED_TRACE(std::string(row.mdts) + " " + row.length);
+        ScriptedDrive drive = nvmeDrive(row.mdts, "FB");
+        drive.onNvme(GET_LOG_PAGE, 0xC0,
+                     {{.data = bytesOf(512, {{0, "4E4C4F47"}, {8, row.length}})},
+                      {.data = bytesOf(row.bytes, {{0, "4E4C4F47"}, {8, row.length}})}});
+        NlogJob job;
+        EXPECT_EQ(runJob(job, NLOG, {drive.getDevice()}).status.getCode(), row.code);
+        EXPECT_EQ(drive.sentNvme().size(), row.code == 0 ? 3U : 2U);
+        EXPECT_EQ(drive.sentNvme().back().fields.cdw12, 0U);
+    }
 }
 
 TEST(StoredLogJob, ReadsALogOfASataDrive) {
