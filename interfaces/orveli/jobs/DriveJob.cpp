@@ -194,6 +194,11 @@ void requireNoRaidMember(const Device& device) {
         throw features::statuses::notRunnableOnRaidMember();
 }
 
+void requireNorvo(const Device& device) {
+    if (!device.isSet(features::device_attributes::Norvo()))
+        throw features::statuses::notAnNorvoSsd();
+}
+
 Status successWith(const std::string& words) {
     Status status;
     status.setMessage(words);

@@ -96,6 +96,10 @@ void addPayload(core::xml::XmlObject& parent, const core::Payload& bytes);
 /// Throws 10/12 for a RAID member: whatever destroys data is not for one drive of a volume.
 void requireNoRaidMember(const core::Device& device);
 
+/// Throws 10/1 for a drive of another maker: what the maker's identifiers mean there, nobody knows.
+/// For commands with features, log pages and log addresses of protocols/norvo/Vendor.h.
+void requireNorvo(const core::Device& device);
+
 /// Success with words that come behind "Set ... successful."
 core::Status successWith(const std::string& words);
 

@@ -53,6 +53,7 @@ Status EnduranceAnalyzerJob::set(Device& device, const core::Attribute& property
         throw withWords(statuses::invalidProperty(),
                         descriptor.getName() + " can only be set to \"" + RESET_WORD + "\".");
     }
+    requireNorvo(device);
     const bool isReset = isNvme(device) ? resetNvme(device) : resetAta(device);
     return isReset ? Status() : statuses::timedWorkloadResetFailed();
 }

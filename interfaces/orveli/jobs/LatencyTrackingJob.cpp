@@ -95,6 +95,7 @@ Status LatencyTrackingJob::runMethod(std::unique_ptr<core::xml::XmlElement>& res
 Status LatencyTrackingJob::set(Device& device, const core::Attribute& property) {
     requireName(property, properties::LatencyTrackingEnabled());
     const std::uint32_t state = booleanOf(property) ? 1 : 0;
+    requireNorvo(device);
     setting_writes::setAndCheck(device,
                                 {.feature = norvo::feature_ids::LATENCY_TRACKING, .cdw11 = state});
     return {};
@@ -105,6 +106,7 @@ Status LatencyTrackingJob::report(Device& device, XmlObject& drive) {
     const auto text = findArgument(argument);
     const std::optional<bool> isRead =
         text ? std::optional(readBoolean(argument, *text)) : std::nullopt;
+    requireNorvo(device);
     requireTracking(device);
     if (isRead.value_or(true))
         addPage(device, drive, norvo::log_pages::READ_LATENCY_STATISTICS, "Read Commands");

@@ -117,6 +117,7 @@ std::uint64_t nativeMaximum(Device& device, std::uint64_t blockBytes) {
 
 void setOnNvme(Device& device, const MaxAddressGoal& goal) {
     constexpr unsigned UPPER_DWORD = 32;
+    requireNorvo(device);
     const BlockFormat format = readFormat(device);
     // Capacities are counted in blocks of plain data.
     const std::uint64_t lba = goal.toLba(nativeMaximum(device, format.dataBytes),

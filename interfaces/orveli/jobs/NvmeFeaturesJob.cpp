@@ -44,6 +44,7 @@ void setAggregation(Device& device, const nvme::BitField& half, std::uint32_t va
 
 /// An order and no state: there is nothing to be saved or read back.
 void resetCrcErrors(Device& device) {
+    requireNorvo(device);
     nvme_access::send(
         device,
         nvme::setFeatures({.feature = norvo::feature_ids::RESET_CRC_ERROR_COUNT, .cdw11 = 1}));
@@ -64,6 +65,7 @@ core::Status NvmeFeaturesJob::set(Device& device, const Attribute& property) {
                                       statuses::invalidTemperatureThreshold()));
     } else if (isNamed(property, properties::SMBusAddress())) {
         const auto address = numberOf(property, {1, UINT8_MAX}, statuses::invalidSmBusAddress());
+        requireNorvo(device);
         setting_writes::setAndCheck(
             device, {.feature = norvo::feature_ids::SMBUS_ADDRESS, .cdw11 = address});
     } else if (isNamed(property, properties::AggregationThreshold())) {

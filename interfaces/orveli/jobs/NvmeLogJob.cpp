@@ -2,6 +2,7 @@
 
 #include "core/Strings.h"
 #include "core/xml/Vocabulary.h"
+#include "features/DeviceAttributes.h"
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
@@ -154,8 +155,9 @@ void addLog(XmlObject& drive, const NvmeLogReader& reader, const LogRow& row) {
     drive.addObject(std::move(section));
 }
 
-void addAllLogs(XmlObject& drive, const NvmeLogReader& reader) {
+void addAllLogs(XmlObject& drive, const NvmeLogReader& reader, bool isNorvo) {
     for (const LogRow& row : LOGS) {
+        if (row.owner == Owner::VENDOR && !isNorvo) continue;
         try {
             addLog(drive, reader, row);
         } catch (const core::Status& status) {
@@ -180,12 +182,14 @@ core::Status NvmeLogJob::runMethod(std::unique_ptr<core::xml::XmlElement>& respo
 core::Status NvmeLogJob::report(core::Device& device, XmlObject& drive) {
     const auto wanted = findNumber(features::nvme_get_log::LogId());
     if (!wanted) {
-        addAllLogs(drive, NvmeLogReader(device));
+        addAllLogs(drive, NvmeLogReader(device),
+                   device.isSet(features::device_attributes::Norvo()));
         return {};
     }
     const auto* const row = std::find_if(std::begin(LOGS), std::end(LOGS),
                                          [&](const LogRow& each) { return each.id == *wanted; });
     if (row == std::end(LOGS)) return features::statuses::invalidLogId();
+    if (row->owner == Owner::VENDOR) requireNorvo(device);
     addLog(drive, NvmeLogReader(device), *row);
     return {};
 }

@@ -39,9 +39,11 @@ core::Status SctFeatureControlJob::set(core::Device& device, const Attribute& pr
         state = numberOf(property, SECTOR_SIZES, statuses::invalidSectorSize());
         const bool isSize = state == SECTOR_SIZES.lowest || state == SECTOR_SIZES.highest;
         if (!isSize) throw statuses::invalidSectorSize();
+        requireNorvo(device);
     } else if (isNamed(property, properties::PLITestTimeInterval())) {
         feature = sct_features::PLI_TEST_TIME_INTERVAL;
         state = numberOf(property, {0, 6}, statuses::invalidPliTestTimeInterval());
+        requireNorvo(device);
     } else {
         requireName(property, properties::TemperatureLoggingInterval());
         feature = sct::Feature::TEMPERATURE_LOGGING_INTERVAL;

@@ -74,6 +74,13 @@ public:
         script->replies[{command, feature, lbaLow}] = std::move(replies);
     }
 
+    /// As the identification finds it.
+    void setNorvo(bool isNorvo) {
+        core::Attribute maker = features::device_attributes::Norvo();
+        maker.setValue(isNorvo);
+        device->setAttribute(maker);
+    }
+
     std::vector<SentNvme>& sentNvme() { return script->sentNvme; }
 
     std::vector<SentAta>& sentAta() { return script->sentAta; }

@@ -127,6 +127,8 @@ Reply addressed(std::uint64_t lba) {
 
 class MaxAddress : public testing::Test {
 protected:
+    MaxAddress() { nvmeDrive.setNorvo(true); }
+
     std::string setMaximum(const std::string& value) {
         return set<MaxAddressJob>(drive, {"MaximumLBA", "string", value});
     }
@@ -208,6 +210,13 @@ TEST_F(MaxAddress, OlderDrivesHaveAHostProtectedArea) {
     const protocols::ata::TaskFile setting{0, 1, 4096, 0x40, 0x37, true};
     EXPECT_EQ(drive.sentAta()[1].taskFile, reading);
     EXPECT_EQ(drive.sentAta()[2].taskFile, setting);
+}
+
+TEST_F(MaxAddress, NvmeDrivesOfOtherMakersHaveNoSuchFeature) {
+    onNvmeDrive(1000, 9, 0, 1001);
+    nvmeDrive.setNorvo(false);
+    EXPECT_EQ(setNvmeMaximum("native"), NOT_A_NORVO_SSD);
+    EXPECT_TRUE(nvmeDrive.sentNvme().empty());
 }
 
 TEST_F(MaxAddress, ADriveWithNeitherIsNotSupported) {

@@ -28,6 +28,7 @@ std::string eyeDiagram(const std::string& arguments) {
 /// Keeps three entries of error information, and takes 4096 bytes at once.
 ScriptedDrive nvmeDrive() {
     ScriptedDrive drive("NVMe Admin");
+    drive.setNorvo(true);
     drive.onNvme(IDENTIFY, 0x01, {{.data = bytesOf(4096, {{77, "01"}, {262, "02"}})}});
     return drive;
 }
@@ -267,6 +268,19 @@ TEST(NvmeLogJob, FailsForALogThatTheDriveDoesNotHave) {
     expectFailure(job, ALL_LOGS, drive, 10, 3);
 }
 
+TEST(NvmeLogJob, AsksNoDriveOfAnotherMakerForTheVendorsLogs) {
+    ScriptedDrive drive = nvmeDrive();
+    drive.setNorvo(false);
+    for (const int page : {0x01, 0x02, 0x03, 0xC5, 0xCB})
+        drive.onNvme(GET_LOG_PAGE, static_cast<std::uint8_t>(page), {{.data = bytesOf(512)}});
+    NvmeLogJob job;
+    expectFailure(job, oneLog("197"), drive, 10, 1);
+    EXPECT_TRUE(drive.sentNvme().empty());
+    const std::string output = runJob(job, ALL_LOGS, {drive.getDevice()}).output;
+    EXPECT_NE(output.find("FirmwareSlotInfo"), std::string::npos);
+    EXPECT_EQ(drive.sentNvme().size(), 4U);
+}
+
 TEST(NvmeLogJob, RefusesOtherLogsAndOtherDrives) {
     ScriptedDrive nvme = nvmeDrive();
     NvmeLogJob job;
@@ -374,6 +388,15 @@ TEST(EyeDiagramJob, TellsWhatIsWrongInAStatus) {
         EXPECT_NE(output.find(property("Code", row.code)), std::string::npos) << output;
         EXPECT_EQ(output.find("Row"), std::string::npos);
     }
+}
+
+TEST(EyeDiagramJob, DrivesOfOtherMakersHaveNone) {
+    EyeDiagramJob job;
+    ScriptedDrive drive = nvmeDrive();
+    drive.setNorvo(false);
+    const std::string output = runJob(job, eyeDiagram(""), {drive.getDevice()}).output;
+    EXPECT_NE(output.find(property("Code", "1")), std::string::npos) << output;
+    EXPECT_TRUE(drive.sentNvme().empty());
 }
 
 TEST(EyeDiagramJob, SataDrivesHaveNone) {

@@ -58,6 +58,8 @@ Reply identified(const std::map<std::uint32_t, std::uint16_t>& words) {
 
 class SataSettings : public testing::Test {
 protected:
+    SataSettings() { drive.setNorvo(true); }
+
     void onSct(std::deque<Reply> replies) {
         drive.onAta(SMART, SMART_WRITE_LOG, SCT, std::move(replies));
     }
@@ -516,6 +518,25 @@ TEST_F(SataSettings, TheTimedWorkloadTakesNoOtherWordAndMayNotBeReset) {
 }
 
 // All.
+
+TEST_F(SataSettings, OtherMakersDrivesHaveFeaturesOfTheStandardOnly) {
+    drive.setNorvo(false);
+    EXPECT_EQ(set<PhyConfigJob>(drive, {"PhyConfig", "uint16", "1"}), NOT_A_NORVO_SSD);
+    EXPECT_EQ(set<PhySpeedJob>(drive, {"PhySpeed", "string", "3"}), NOT_A_NORVO_SSD);
+    EXPECT_EQ(set<SpreadSpectrumClockingJob>(drive, {"SSCEnabled", "boolean", "True"}),
+              NOT_A_NORVO_SSD);
+    EXPECT_EQ(set<SctFeatureControlJob>(drive, {"PhysicalSectorSize", "uint16", "512"}),
+              NOT_A_NORVO_SSD);
+    EXPECT_EQ(set<SctFeatureControlJob>(drive, {"PLITestTimeInterval", "uint16", "1"}),
+              NOT_A_NORVO_SSD);
+    EXPECT_EQ(set<PowerGovernorJob>(drive, {"PowerGovernorMode", "uint32", "1"}), NOT_A_NORVO_SSD);
+    EXPECT_EQ(set<EnduranceAnalyzerJob>(drive, {"EnduranceAnalyzer", "string", "reset"}),
+              NOT_A_NORVO_SSD);
+    EXPECT_TRUE(drive.sentAta().empty());
+    EXPECT_NE(set<SctFeatureControlJob>(drive, {"TemperatureLoggingInterval", "uint16", "1"}),
+              NOT_A_NORVO_SSD);
+    EXPECT_EQ(drive.sentAta().size(), 1U);
+}
 
 TEST_F(SataSettings, OtherPropertiesAndOtherDrivesAreRefused) {
     const PropertyText other{"Other", "string", "1"};

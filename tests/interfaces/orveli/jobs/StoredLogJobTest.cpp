@@ -27,6 +27,7 @@ std::string gpl(const std::string& arguments) {
 /// An NVMe drive with a limit of 8192 bytes for a transfer. Bit 2 of LPA: it knows offsets.
 ScriptedDrive nvmeDrive(const std::string& mdts = "01", const std::string& lpa = "04") {
     ScriptedDrive drive("NVMe Admin");
+    drive.setNorvo(true);
     drive.onNvme(IDENTIFY, 0x01, {{.data = bytesOf(4096, {{77, mdts}, {261, lpa}})}});
     return drive;
 }
@@ -34,6 +35,7 @@ ScriptedDrive nvmeDrive(const std::string& mdts = "01", const std::string& lpa =
 /// A SATA drive with two pages of Nlog, one of event log and 300 pages at address B0h.
 ScriptedDrive sataDrive() {
     ScriptedDrive drive("ATA");
+    drive.setNorvo(true);
     drive.onAta(
         READ_LOG_EXT, 0, 0x00,
         {{.data = bytesOf(512, {{0, "0100"}, {320, "0200"}, {322, "0100"}, {352, "2C01"}})}});
@@ -169,6 +171,18 @@ TEST(StoredLogJob, ADriveWithoutTheLogDoesNotSupportIt) {
     expectFailure(job, ASSERT_LOG, nvme, 10, 3);
 }
 
+TEST(StoredLogJob, DrivesOfOtherMakersAreNotAskedForIt) {
+    ScriptedDrive sata = sataDrive();
+    ScriptedDrive nvme = nvmeDrive();
+    sata.setNorvo(false);
+    nvme.setNorvo(false);
+    NlogJob job;
+    expectFailure(job, NLOG, sata, 10, 1);
+    expectFailure(job, NLOG, nvme, 10, 1);
+    EXPECT_TRUE(sata.sentAta().empty());
+    EXPECT_TRUE(nvme.sentNvme().empty());
+}
+
 TEST(StoredLogJob, AnotherRefusalIsToldInTheDrivesWords) {
     ScriptedDrive drive = nvmeDrive();
     drive.onNvme(GET_LOG_PAGE, 0xC0, {{.nvmeStatus = {0, 0x06}}});
@@ -189,6 +203,7 @@ TEST(StoredLogJob, AFailureOfOneDriveOfSeveralStandsInItsObject) {
     ScriptedDrive good = nvmeDrive();
     good.onNvme(GET_LOG_PAGE, 0xC0, {{.data = bytesOf(512, {{0, "4E4C4F47"}, {8, "00020000"}})}});
     ScriptedDrive bad("NVMe Admin", "SERIAL2");
+    bad.setNorvo(true);
     bad.onNvme(IDENTIFY, 0x01, {{.data = bytesOf(4096)}});
     bad.onNvme(GET_LOG_PAGE, 0xC0, {{.data = bytesOf(512)}});
     NlogJob job;
