@@ -1,5 +1,6 @@
 #include "interfaces/orveli/jobs/NvmeLogJob.h"
 
+#include "core/CoreStatuses.h"
 #include "core/Strings.h"
 #include "core/xml/Vocabulary.h"
 #include "features/DeviceAttributes.h"
@@ -161,7 +162,10 @@ void addAllLogs(XmlObject& drive, const NvmeLogReader& reader, bool isNorvo) {
         try {
             addLog(drive, reader, row);
         } catch (const core::Status& status) {
-            const bool isLackedByDrive = status == features::statuses::featureNotSupportedByDrive();
+            // Drives refuse what they don't have in various words.
+            const bool isLackedByDrive =
+                status == features::statuses::featureNotSupportedByDrive() ||
+                status == core::statuses::nvmeCommandProblem();
             if (row.owner == Owner::STANDARD || !isLackedByDrive) throw;
         }
     }

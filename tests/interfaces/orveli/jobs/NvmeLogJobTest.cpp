@@ -246,17 +246,19 @@ TEST(NvmeLogJob, OfAllLogsLeavesOutThoseOfTheVendorThatTheDriveDoesNotHave) {
     ScriptedDrive drive = nvmeDrive();
     for (const int page : {0x01, 0x02, 0x03, 0xCB})
         drive.onNvme(GET_LOG_PAGE, static_cast<std::uint8_t>(page), {{.data = bytesOf(512)}});
-    drive.onNvme(GET_LOG_PAGE, 0xC5, {{.nvmeStatus = INVALID_LOG_PAGE}});
-    NvmeLogJob job;
-    const std::string output = runJob(job, ALL_LOGS, {drive.getDevice()}).output;
-    std::size_t at = 0;
-    for (const char* const name :
-         {"ErrorInfo", "SmartHealthInfo", "FirmwareSlotInfo", "QueueMetrics"}) {
-        at = output.find(std::string("<Object name=\"") + name + '"', at);
-        EXPECT_NE(at, std::string::npos) << name;
+    for (const auto& refusal : {INVALID_LOG_PAGE, INVALID_FIELD}) {
+        drive.onNvme(GET_LOG_PAGE, 0xC5, {{.nvmeStatus = refusal}});
+        NvmeLogJob job;
+        const std::string output = runJob(job, ALL_LOGS, {drive.getDevice()}).output;
+        std::size_t at = 0;
+        for (const char* const name :
+             {"ErrorInfo", "SmartHealthInfo", "FirmwareSlotInfo", "QueueMetrics"}) {
+            at = output.find(std::string("<Object name=\"") + name + '"', at);
+            EXPECT_NE(at, std::string::npos) << name;
+        }
+        EXPECT_EQ(output.find("TemperatureStatistics"), std::string::npos);
+        EXPECT_EQ(output.find("status"), std::string::npos);
     }
-    EXPECT_EQ(output.find("TemperatureStatistics"), std::string::npos);
-    EXPECT_EQ(output.find("status"), std::string::npos);
 }
 
 TEST(NvmeLogJob, FailsForALogThatTheDriveDoesNotHave) {
