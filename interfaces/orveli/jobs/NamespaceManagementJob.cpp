@@ -148,7 +148,7 @@ Status NamespaceManagementJob::report(Device& device, XmlObject& drive) {
     } else if (action == Action::REMOVE) {
         remove(device);
     } else {
-        tie(device, action, controller);
+        attachOrDetach(device, action, controller);
     }
     return {};
 }
@@ -192,7 +192,8 @@ void NamespaceManagementJob::remove(Device& device) const {
     send(device, nvme::namespaceDelete(wantedNamespace()));
 }
 
-void NamespaceManagementJob::tie(Device& device, Action action, const Payload& controller) const {
+void NamespaceManagementJob::attachOrDetach(Device& device, Action action,
+                                            const Payload& controller) const {
     const std::uint32_t nsid = wantedNamespace();
     if (nsid == nvme::ALL_NAMESPACES) throw statuses::invalidNamespaceId();
     const auto own = static_cast<std::uint16_t>(readNumber(controller, ic::CNTLID));
