@@ -7,14 +7,13 @@
 #include "interfaces/orveli/access/DriveKind.h"
 #include "interfaces/orveli/access/NvmeAccess.h"
 #include "interfaces/orveli/jobs/DriveJob.h"
+#include "interfaces/orveli/jobs/PropertyName.h"
 #include "protocols/norvo/Vendor.h"
 #include "protocols/nvme/Features.h"
-
-#include <boost/algorithm/string/case_conv.hpp>
+#include "protocols/nvme/Temperature.h"
 
 #include <cstdint>
 #include <iterator>
-#include <locale>
 #include <map>
 
 namespace orvel::interfaces::orveli::jobs::drive_settings {
@@ -28,8 +27,6 @@ namespace nvme = protocols::nvme;
 namespace sct = protocols::ata::sct;
 
 namespace {
-
-constexpr std::int32_t ZERO_CELSIUS = 273;  // in kelvins
 
 /// Drives that have a setting.
 enum class Drives { NVME, NORVO_NVME, ATA, NORVO_ATA };
@@ -55,7 +52,7 @@ void readSwitch(Device& device, Attribute& setting) {
 void readTemperatureThreshold(Device& device, Attribute& setting) {
     const std::uint32_t dword = nvmeFeature(device, nvme::features::TEMPERATURE_THRESHOLD);
     const std::uint32_t kelvins = nvme::readBits(dword, nvme::temperature_threshold::TMPTH);
-    setting.setValue(static_cast<std::int32_t>(kelvins) - ZERO_CELSIUS);
+    setting.setValue(static_cast<std::int32_t>(kelvins) - nvme::ZERO_CELSIUS);
 }
 
 void readAggregationThreshold(Device& device, Attribute& setting) {
@@ -144,10 +141,6 @@ bool isFor(const Device& device, Drives drives) {
         return isAta(device) && isNorvo;
     }
     return false;
-}
-
-std::string lowered(const std::string& name) {
-    return boost::algorithm::to_lower_copy(name, std::locale::classic());
 }
 
 /// The rows by name in small letters. Made once: whole fleets are shown, name by name.

@@ -7,7 +7,6 @@
 #include "interfaces/orveli/access/NvmeAccess.h"
 #include "interfaces/orveli/jobs/NamespaceNumber.h"
 #include "interfaces/orveli/jobs/NumberText.h"
-#include "interfaces/orveli/jobs/NvmeBits.h"
 #include "interfaces/orveli/jobs/StatusWords.h"
 #include "protocols/nvme/Structures.h"
 

@@ -7,6 +7,7 @@
 #include "interfaces/orveli/jobs/SettingWrites.h"
 #include "protocols/norvo/Vendor.h"
 #include "protocols/nvme/Features.h"
+#include "protocols/nvme/Temperature.h"
 
 namespace orvel::interfaces::orveli::jobs {
 
@@ -20,12 +21,11 @@ namespace statuses = features::statuses;
 namespace {
 
 constexpr std::uint32_t HIGHEST_THRESHOLD = 80;  // degrees Celsius
-constexpr std::uint32_t ZERO_CELSIUS = 273;      // kelvins, as the standard rounds it
 constexpr Range ONE_BYTE{0, UINT8_MAX};
 
 /// The composite temperature's upper threshold: all that selects another is zero.
 void setThreshold(Device& device, std::uint32_t celsius) {
-    const std::uint32_t kelvins = celsius + ZERO_CELSIUS;
+    const std::uint32_t kelvins = celsius + std::uint32_t{nvme::ZERO_CELSIUS};
     setting_writes::setAndCheck(
         device, {.feature = nvme::features::TEMPERATURE_THRESHOLD,
                  .cdw11 = nvme::placeBits(nvme::temperature_threshold::TMPTH, kelvins)});

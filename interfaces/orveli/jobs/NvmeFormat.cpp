@@ -2,7 +2,6 @@
 
 #include "features/FeatureStatuses.h"
 #include "interfaces/orveli/access/NvmeAccess.h"
-#include "interfaces/orveli/jobs/NvmeBits.h"
 #include "interfaces/orveli/jobs/NvmeIdentifier.h"
 #include "interfaces/orveli/jobs/StatusWords.h"
 #include "interfaces/orveli/jobs/TimeLimit.h"
