@@ -104,6 +104,10 @@ NvmeController::Result NvmeController::execute(const AdminCommand& command,
     return {makeCompletion(answer), {}};
 }
 
+void NvmeController::catchUp() {
+    finishSelfTest(drive, clock());
+}
+
 void NvmeController::powerCycle() {
     finishSelfTest(drive, clock());
     // An extended self-test resumes when power is back.

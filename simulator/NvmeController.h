@@ -23,6 +23,9 @@ public:
     /// `input` is what goes to the drive with the command.
     Result execute(const protocols::nvme::AdminCommand& command, const core::Payload& input);
 
+    /// What time alone has brought about: a self-test may have come to its end.
+    void catchUp();
+
     /// Power goes away and comes back: a firmware that waits for it starts, what wasn't saved is
     /// forgotten, and the drive counts one power cycle more.
     void powerCycle();
