@@ -25,6 +25,9 @@ public:
     /// `input` is what goes to the drive with the command.
     Result execute(const protocols::ata::AtaCommand& command, const core::Payload& input);
 
+    /// What time alone has brought about: a self-test may have come to its end.
+    void catchUp();
+
     /// Power goes away and comes back.
     void powerCycle();
 

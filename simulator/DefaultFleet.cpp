@@ -41,8 +41,8 @@ constexpr std::string_view DESCRIPTION = R"json({
       },
       "vendorLogs": {
         "0xCA": {
-          "TimedWorkloadMediaWear": 65535,
-          "TimedWorkloadHostReads": 65535,
+          "TimedWorkloadMediaWear": "0xFFFFFFFFFFFFFFFF",
+          "TimedWorkloadHostReads": "0xFFFFFFFFFFFFFFFF",
           "TimedWorkloadTimer": 0
         }
       }

@@ -32,6 +32,9 @@ constexpr const char* POWER_CYCLE = "power-cycle";
 
 constexpr std::size_t MAX_FILE_SIZE = LONGEST_JSON;
 
+constexpr const protocols::Field& NUMBER_OF_ERRORS =
+    protocols::nvme::smart_health_log::NumberOfErrorInformationLogEntries;
+
 /// The row with the file, and what is wrong with it, behind its text.
 core::Status about(const core::Status& row, const std::string& file, const std::string& problem) {
     return core::withWords(row, file + ": " + problem);
@@ -122,7 +125,8 @@ void FleetFolder::commit() {
     if (!fleet) return;
     try {
         if (fleet != kept) {
-            write();
+            const bool isLost = !canWrite() && kept && withoutNotes(*fleet) == withoutNotes(*kept);
+            if (!isLost) write();
         } else if (wasClockSetBack) {
             writeTimes();
         }
@@ -181,11 +185,28 @@ void FleetFolder::load() {
         throw writeFailure(file(POWER_CYCLE), error.message());
 }
 
+bool FleetFolder::canWrite() const {
+    return isLockedForChange && takesNewFiles(files::resolve(file(STATE)));
+}
+
+/// Nobody who merely looks at drives asks them to note something.
+Fleet FleetFolder::withoutNotes(Fleet some) {
+    const Clock clock = [this] { return now(); };
+    for (SimulatedDrive& one : some.drives) {
+        if (auto* ata = std::get_if<AtaDrive>(&one.drive)) AtaController(*ata, clock).catchUp();
+        auto* nvme = std::get_if<NvmeDrive>(&one.drive);
+        if (nvme == nullptr) continue;
+        NvmeController(*nvme, clock).catchUp();
+        nvme->errorLog.clear();
+        protocols::writeWideNumber(nvme->smartHealthLog, NUMBER_OF_ERRORS, 0);
+    }
+    return some;
+}
+
 void FleetFolder::write() {
     // A link stays, and what it leads to is replaced.
     const std::string target = files::resolve(file(STATE));
-    if (!isLockedForChange || !takesNewFiles(target))
-        throw writeFailure(file(STATE), "Its folder takes no new files.");
+    if (!canWrite()) throw writeFailure(file(STATE), "Its folder takes no new files.");
     fleet->latestTime = latestTime;
     fleet->realTime = latestRealTime;
     const std::string text = writeFleet(*fleet);

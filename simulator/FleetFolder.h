@@ -22,7 +22,8 @@ namespace orvel::simulator {
 ///   then it is removed.
 ///
 /// Whoever may only read the folder can do with the fleet what doesn't change it, once there is a
-/// state.
+/// state. What drives note by themselves meanwhile is forgotten then: refused commands in their
+/// error logs, and self-tests that came to their end, which do so again before the next command.
 ///
 /// For one thread at a time.
 class FleetFolder {
@@ -66,6 +67,8 @@ private:
     void load();
     void write();
     void writeTimes();
+    bool canWrite() const;
+    Fleet withoutNotes(Fleet some);
     void powerCycle();
 
     std::string path;

@@ -37,13 +37,30 @@ NamespaceFormat wantedFormat(std::uint32_t cdw10) {
             .isProtectionFirst = readBits(cdw10, format_nvm_cdw10::PIL) != 0};
 }
 
+/// What the blocks of a namespace share, in bytes: what was allocated, so that a rest which is no
+/// whole block isn't lost for good; but no more than what a lowered maximum address has left.
+protocols::Number128 capacityOf(const core::Payload& identify) {
+    const std::uint64_t size = blockSize(identify, formatInUse(identify));
+    const protocols::Number128 allocated = protocols::readWideNumber(identify, in::NVMCAP);
+    const protocols::Number128 blocks = protocols::readNumber(identify, in::NCAP);
+    const bool isWhole = size == 0 || blocks == allocated / size;
+    return isWhole ? allocated : blocks * size;
+}
+
+/// How many blocks the namespace has in the format, which is available; 0 if it can't have any.
+std::uint64_t blocksIn(const core::Payload& identify, const NamespaceFormat& format) {
+    const auto blocks = capacityOf(identify) / blockSize(identify, format.lbaFormat);
+    return blocks > UINT64_MAX ? 0 : static_cast<std::uint64_t>(blocks);
+}
+
+bool changesBlocks(const core::Payload& identify, const NamespaceFormat& format) {
+    return format.lbaFormat != formatInUse(identify);
+}
+
 /// The capacity in bytes stays; the number of blocks follows from it.
 void applyFormat(const core::Payload& identify, const NamespaceFormat& format) {
-    const std::uint32_t oldFormat = formatInUse(identify);
-    const std::uint64_t bytes =
-        protocols::readNumber(identify, in::NCAP) * blockSize(identify, oldFormat);
-    if (format.lbaFormat != oldFormat) {
-        const std::uint64_t blocks = bytes / blockSize(identify, format.lbaFormat);
+    if (changesBlocks(identify, format)) {
+        const std::uint64_t blocks = blocksIn(identify, format);
         protocols::writeNumber(identify, in::NSZE, blocks);
         protocols::writeNumber(identify, in::NCAP, blocks);
     }
@@ -66,12 +83,28 @@ bool isEraseAvailable(const NvmeDrive& drive, std::uint32_t settings) {
     }
 }
 
-/// Some drives can only format, or only erase, all that there is.
-bool isForAll(const NvmeDrive& drive, const AdminCommandFields& fields) {
+std::vector<std::uint32_t> allocatedNamespaces(const NvmeDrive& drive) {
+    std::vector<std::uint32_t> all;
+    for (const auto& [nsid, one] : drive.namespaces)
+        all.push_back(nsid);
+    return all;
+}
+
+/// Some drives can only format, or only erase, all that there is: attached or not (Format NVM,
+/// section 5.23: format scope and secure erase scope).
+std::vector<std::uint32_t> targetsOf(const NvmeDrive& drive, const AdminCommandFields& fields) {
     const bool erases = readBits(fields.cdw10, format_nvm_cdw10::SES) != secure_erase::NONE;
-    return fields.nsid == ALL_NAMESPACES ||
-           supports(drive, identify_controller::FNA, fna::FORMAT_ALL_NAMESPACES) ||
-           (erases && supports(drive, identify_controller::FNA, fna::ERASE_ALL_NAMESPACES));
+    const bool isForAll =
+        supports(drive, identify_controller::FNA, fna::FORMAT_ALL_NAMESPACES) ||
+        (erases && supports(drive, identify_controller::FNA, fna::ERASE_ALL_NAMESPACES));
+    if (isForAll) return allocatedNamespaces(drive);
+    if (fields.nsid == ALL_NAMESPACES) return attachedNamespaces(drive);
+    return {fields.nsid};
+}
+
+/// Whether nothing is left of what the controller shows.
+bool coversAttached(const NvmeDrive& drive, const std::vector<std::uint32_t>& targets) {
+    return std::ranges::includes(targets, attachedNamespaces(drive));
 }
 
 /// Whether the running self-test is one of these namespaces, alone or with all others.
@@ -99,10 +132,11 @@ NvmeAnswer executeFormatNvm(NvmeDrive& drive, const NvmeRequest& request) {
     }
 
     const NamespaceFormat format = wantedFormat(fields.cdw10);
-    const auto targets = isForAll(drive, fields) ? attachedNamespaces(drive)
-                                                 : std::vector<std::uint32_t>{fields.nsid};
+    const auto targets = targetsOf(drive, fields);
     const bool isAvailable = std::ranges::all_of(targets, [&](std::uint32_t nsid) {
-        return isFormatAvailable(drive.namespaces.at(nsid).identify, format);
+        const core::Payload& identify = drive.namespaces.at(nsid).identify;
+        return isFormatAvailable(identify, format) &&
+               (!changesBlocks(identify, format) || blocksIn(identify, format) != 0);
     });
     if (!isAvailable) return refusal(status_codes::INVALID_FORMAT);
 
@@ -111,7 +145,7 @@ NvmeAnswer executeFormatNvm(NvmeDrive& drive, const NvmeRequest& request) {
         applyFormat(drive.namespaces.at(nsid).identify, format);
         drive.changedNamespaces.insert(nsid);
     }
-    if (targets == attachedNamespaces(drive)) ++drive.eraseCount;
+    if (coversAttached(drive, targets)) ++drive.eraseCount;
     return {};
 }
 

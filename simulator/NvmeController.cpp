@@ -111,6 +111,10 @@ NvmeController::Result NvmeController::refuse(const AdminCommand& command,
     return {makeCompletion(answer), {}};
 }
 
+void NvmeController::catchUp() {
+    finishSelfTest(drive, clock());
+}
+
 void NvmeController::powerCycle() {
     finishSelfTest(drive, clock());
     // An extended self-test resumes when power is back.

@@ -28,6 +28,9 @@ public:
     Result refuse(const protocols::nvme::AdminCommand& command,
                   const protocols::nvme::StatusCode& status);
 
+    /// What time alone has brought about: a self-test may have come to its end.
+    void catchUp();
+
     /// Power goes away and comes back: a firmware that waits for it starts, what wasn't saved is
     /// forgotten, and the drive counts one power cycle more.
     void powerCycle();

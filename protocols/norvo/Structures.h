@@ -59,8 +59,9 @@ namespace health_statistics {
 inline constexpr std::uint32_t SIZE = 512;
 #define FIELD_TABLE "protocols/norvo/tables/HealthStatistics.def"
 #include "protocols/FieldTable.def"
-/// Of the timed workload's fields until the workload has run for an hour.
-inline constexpr std::uint64_t RESET_VALUE = 0xFFFF;
+/// Of the timed workload's wear and host reads until the workload has run for an hour: what neither
+/// can come to.
+inline constexpr std::uint64_t RESET_VALUE = 0xFFFFFFFFFFFFFFFF;
 }  // namespace health_statistics
 
 namespace queue_metrics {

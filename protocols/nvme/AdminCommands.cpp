@@ -2,6 +2,9 @@
 
 #include "core/CoreStatuses.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace orvel::protocols::nvme {
 
 namespace {
@@ -31,6 +34,25 @@ void addOptionalData(AdminCommandFields& fields, DataDirection direction, std::u
     fields.transferLength = bytes;
 }
 
+/// Whether there are asynchronous events that the log page tells more of (section 5.2). A host
+/// retains none for other pages (5.14).
+bool hasEvents(std::uint8_t logPage) {
+    constexpr std::uint8_t PAGES[] = {
+        log_pages::ERROR_INFORMATION,
+        log_pages::SMART_HEALTH_INFORMATION,
+        log_pages::FIRMWARE_SLOT_INFORMATION,
+        log_pages::CHANGED_NAMESPACE_LIST,
+        log_pages::TELEMETRY_CONTROLLER_INITIATED,
+        log_pages::PREDICTABLE_LATENCY_EVENT_AGGREGATE,
+        log_pages::ASYMMETRIC_NAMESPACE_ACCESS,
+        log_pages::LBA_STATUS_INFORMATION,
+        log_pages::ENDURANCE_GROUP_EVENT_AGGREGATE,
+        log_pages::RESERVATION_NOTIFICATION,
+        log_pages::SANITIZE_STATUS,
+    };
+    return std::ranges::find(PAGES, logPage) != std::end(PAGES);
+}
+
 AdminCommand namespaceAttachment(std::uint32_t nsid, std::uint8_t select) {
     return AdminCommand({.opcode = opcodes::NAMESPACE_ATTACHMENT,
                          .nsid = nsid,
@@ -52,7 +74,8 @@ AdminCommand identify(std::uint8_t cns, std::uint32_t nsid, std::uint16_t contro
 
 AdminCommand getLogPage(const LogPageRequest& request) {
     const std::uint32_t dwords = zeroesBasedDwords(request.bytes);
-    const std::uint32_t retain = request.retainAsynchronousEvent ? 1 : 0;
+    const std::uint32_t retain =
+        request.retainAsynchronousEvent && hasEvents(request.logPage) ? 1 : 0;
     return AdminCommand({.opcode = opcodes::GET_LOG_PAGE,
                          .nsid = request.nsid,
                          .cdw10 = placeBits(get_log_page_cdw10::LID, request.logPage) |

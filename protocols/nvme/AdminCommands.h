@@ -40,7 +40,9 @@ struct LogPageRequest {
     std::uint32_t bytes = 0;
     std::uint64_t offset = 0;  ///< in bytes; a drive takes multiples of 4
     std::uint8_t logSpecificField = 0;
-    bool retainAsynchronousEvent = false;  ///< else reading clears the event behind the log page
+    /// Else reading clears the event that the log page tells more of, and others wait for it in
+    /// vain. Counts nothing for pages that the standard has no event for, the vendors' included.
+    bool retainAsynchronousEvent = true;
     std::uint16_t logSpecificIdentifier = 0;
     std::uint8_t uuidIndex = 0;
 };

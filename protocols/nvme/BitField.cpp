@@ -21,6 +21,10 @@ std::uint32_t readBits(const core::Payload& structure, const Field& field, const
     return readBits(static_cast<std::uint32_t>(readNumber(structure, field)), row);
 }
 
+bool has(const core::Payload& structure, const Field& field, const BitField& row) {
+    return readBits(structure, field, row) != 0;
+}
+
 void writeBits(const core::Payload& structure, const Field& field, const BitField& row,
                std::uint32_t value) {
     const auto number = static_cast<std::uint32_t>(readNumber(structure, field));

@@ -35,6 +35,9 @@ std::uint32_t placeBits(const BitField& row, std::uint32_t value);
 // The same within a structure's field of up to 4 bytes; core::Status 14 is thrown as by Field.h.
 
 std::uint32_t readBits(const core::Payload& structure, const Field& field, const BitField& row);
+/// Whether the bit, or one of several, is set.
+bool has(const core::Payload& structure, const Field& field, const BitField& row);
+
 void writeBits(const core::Payload& structure, const Field& field, const BitField& row,
                std::uint32_t value);
 

@@ -126,8 +126,8 @@ TEST(DefaultFleet, HasADriveOfThreeNamespaces) {
     EXPECT_EQ(get(nvme(1).identifyController, 296, 8), 400055943168U);
     EXPECT_EQ(nvme(1).controllers, (std::set<std::uint16_t>{0, 1}));
     const core::Payload& health = nvme(1).vendorLogs.at(0xCA);
-    EXPECT_EQ(get(health, 40, 8), 0xFFFFU);
-    EXPECT_EQ(get(health, 48, 8), 0xFFFFU);
+    EXPECT_EQ(get(health, 40, 8), 0xFFFFFFFFFFFFFFFFU);
+    EXPECT_EQ(get(health, 48, 8), 0xFFFFFFFFFFFFFFFFU);
     EXPECT_EQ(get(health, 56, 8), 0U);
 }
 

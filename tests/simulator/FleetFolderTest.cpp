@@ -243,6 +243,45 @@ TEST(FleetFolder, CanOnlyBeReadByWhoeverMayNotWrite) {
     std::filesystem::permissions(simulation.path, std::filesystem::perms(0755));
 }
 
+/// An opcode that no drive knows.
+void sendRefused(FleetFolder& folder) {
+    NvmeController controller(nvmeDrive(folder.open()), [&] { return folder.now(); });
+    const protocols::nvme::AdminCommand command(
+        protocols::nvme::AdminCommandFields{.opcode = 0xFF});
+    EXPECT_FALSE(controller.execute(command, {}).completion.isSuccess());
+}
+
+TEST(FleetFolder, ForgetsWhatDrivesNoteByThemselvesForWhoeverMayNotWrite) {
+    FleetSimulation simulation;
+    const auto errors = [](FleetFolder& folder) {
+        return std::to_string(nvmeDrive(folder.open()).errorLog.size());
+    };
+    const auto mine = simulation.makeFolder();
+    nvmeDrive(mine->open()).runningSelfTest = RunningSelfTest{1, 0, mine->now()};
+    sendRefused(*mine);
+    mine->commit();
+    EXPECT_EQ(errors(*mine), "1");
+    mine->abandon();
+    simulation.time += std::chrono::hours(1);
+
+    std::filesystem::permissions(simulation.temporary.path(), std::filesystem::perms(0755));
+    std::filesystem::permissions(simulation.path, std::filesystem::perms(0555));
+    const auto finding = inForkedChild([&] {
+        becomeOrdinaryUser();
+        const auto folder = simulation.makeFolder();
+        sendRefused(*folder);
+        std::string text = errors(*folder);
+        text += "," + failure([&] { folder->commit(); });
+        text += "," + errors(*folder);
+        sendRefused(*folder);
+        setCounter(folder->open(), 8);
+        return text + "," + failure([&] { folder->commit(); });
+    });
+    EXPECT_EQ(finding.text, "2,,1,10/168 Failed to write to file. " + simulation.state +
+                                ": Its folder takes no new files.");
+    std::filesystem::permissions(simulation.path, std::filesystem::perms(0755));
+}
+
 TEST(FleetFolder, IsOpenForSeveralWhoMayNotWrite) {
     FleetSimulation simulation;
     std::filesystem::permissions(simulation.temporary.path(), std::filesystem::perms(0755));

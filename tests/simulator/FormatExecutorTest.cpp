@@ -45,6 +45,50 @@ TEST(FormatExecutor, GoesBackToSmallBlocks) {
     EXPECT_EQ(get(simulation.drive.namespaces.at(1).identify, 0, 8), 0x4000U);
 }
 
+TEST(FormatExecutor, LosesNoBlocksThatALargerSizeLeavesOver) {
+    Simulation simulation;
+    const auto& identify = simulation.drive.namespaces.at(1).identify;
+    put(identify, 0, 15, 8);
+    put(identify, 8, 15, 8);
+    put(identify, 48, 7680, 8);
+    EXPECT_EQ(simulation.status(format(1)), 0U);
+    EXPECT_EQ(get(identify, 0, 8), 1U);
+    EXPECT_EQ(simulation.status(format(0)), 0U);
+    EXPECT_EQ(get(identify, 0, 8), 15U);
+    EXPECT_EQ(get(identify, 8, 8), 15U);
+}
+
+TEST(FormatExecutor, RefusesBlocksThatAreLargerThanTheNamespace) {
+    Simulation simulation;
+    const auto& identify = simulation.drive.namespaces.at(1).identify;
+    put(identify, 0, 7, 8);
+    put(identify, 8, 7, 8);
+    put(identify, 48, 3584, 8);
+    EXPECT_EQ(simulation.status(format(1)), 0x10AU);
+    EXPECT_EQ(get(identify, 0, 8), 7U);
+    EXPECT_EQ(simulation.status(format(0)), 0U);
+}
+
+TEST(FormatExecutor, KeepsALoweredMaximumAddress) {
+    Simulation simulation;
+    const auto& identify = simulation.drive.namespaces.at(1).identify;
+    put(identify, 0, 0x1000, 8);
+    put(identify, 8, 0x1000, 8);
+    EXPECT_EQ(simulation.status(format(1)), 0U);
+    EXPECT_EQ(get(identify, 0, 8), 0x200U);
+}
+
+TEST(FormatExecutor, CountsBytesBeyondSixtyFourBits) {
+    Simulation simulation;
+    const auto& identify = simulation.drive.namespaces.at(1).identify;
+    put(identify, 0, 0x0080000000000008, 8);
+    put(identify, 8, 0x0080000000000008, 8);
+    put(identify, 48, 0x1000, 8);
+    put(identify, 56, 1, 8);
+    EXPECT_EQ(simulation.status(format(1)), 0U);
+    EXPECT_EQ(get(identify, 0, 8), 0x0010000000000001U);
+}
+
 TEST(FormatExecutor, PutsMetadataAndProtectionWhereTheNamespaceCan) {
     Simulation simulation;
     put(simulation.drive.namespaces.at(1).identify, 27, 0x01, 1);
@@ -89,20 +133,25 @@ TEST(FormatExecutor, RefusesCryptographicEraseWithoutTheCapability) {
     EXPECT_EQ(simulation.status(format(0x200)), 0U);
 }
 
-TEST(FormatExecutor, FormatsAllAttachedNamespacesWhereItMust) {
+TEST(FormatExecutor, FormatsAllNamespacesWhereItMust) {
     struct Row {
         const char* what;
         std::uint64_t fna;
         std::uint32_t cdw10;
         std::uint32_t nsid;
-        std::uint64_t other;       ///< format of the other namespace afterwards
+        std::uint64_t other;       ///< format of the other attached namespace afterwards
+        std::uint64_t detached;    ///< and of the one that isn't attached
         std::uint32_t eraseCount;  ///< counts where nothing is left to the host
     };
 
     constexpr Row ROWS[] = {
-        {"one", 0, 0x001, 1, 0, 0},         {"broadcast", 0, 0x001, 0xFFFFFFFF, 1, 1},
-        {"formats all", 1, 0x001, 1, 1, 1}, {"erases all, but only formats", 2, 0x001, 1, 0, 0},
-        {"erases all", 2, 0x201, 1, 1, 1},
+        {"one", 0, 0x001, 1, 0, 0, 0},
+        {"broadcast", 0, 0x001, 0xFFFFFFFF, 1, 0, 1},
+        {"formats all", 1, 0x001, 1, 1, 1, 1},
+        {"formats all by broadcast", 1, 0x001, 0xFFFFFFFF, 1, 1, 1},
+        {"erases all, but only formats", 2, 0x001, 1, 0, 0, 0},
+        {"erases all, but only formats by broadcast", 2, 0x001, 0xFFFFFFFF, 1, 0, 1},
+        {"erases all", 2, 0x201, 1, 1, 1, 1},
     };
     for (const Row& row : ROWS) {
         SCOPED_TRACE(row.what);
@@ -112,7 +161,7 @@ TEST(FormatExecutor, FormatsAllAttachedNamespacesWhereItMust) {
         EXPECT_EQ(simulation.status(format(row.cdw10, row.nsid)), 0U);
         EXPECT_EQ(get(simulation.drive.namespaces.at(1).identify, 26, 1), 1U);
         EXPECT_EQ(get(simulation.drive.namespaces.at(3).identify, 26, 1), row.other);
-        EXPECT_EQ(get(simulation.drive.namespaces.at(2).identify, 26, 1), 0U);
+        EXPECT_EQ(get(simulation.drive.namespaces.at(2).identify, 26, 1), row.detached);
         EXPECT_EQ(simulation.drive.eraseCount, row.eraseCount);
     }
 }

@@ -98,8 +98,8 @@ TEST(VendorFeatures, ResetTheTimedWorkload) {
         put(page, offset, 7, 8);
     EXPECT_EQ(simulation.status(setFeature(0xC6, 1)), 0U);
     EXPECT_EQ(get(page, 32, 8), 7U);
-    EXPECT_EQ(get(page, 40, 8), 0xFFFFU);
-    EXPECT_EQ(get(page, 48, 8), 0xFFFFU);
+    EXPECT_EQ(get(page, 40, 8), 0xFFFFFFFFFFFFFFFFU);
+    EXPECT_EQ(get(page, 48, 8), 0xFFFFFFFFFFFFFFFFU);
     EXPECT_EQ(get(page, 56, 8), 0U);
     EXPECT_EQ(get(page, 64, 8), 7U);
     EXPECT_EQ(dword(simulation, getFeature(0xC6)), 0U);

@@ -201,4 +201,9 @@ void requireNoPartitions(Device& device) {
     }
 }
 
+void requireNorvo(const Device& device) {
+    if (!device.isSet(features::device_attributes::Norvo()))
+        throw features::statuses::notAnNorvoSsd();
+}
+
 }  // namespace orvel::interfaces::orveli::jobs

@@ -101,4 +101,8 @@ void requireNoRaidMember(const core::Device& device);
 /// any: to the device that counts as none.
 void requireNoPartitions(core::Device& device);
 
+/// Throws 10/1 for a drive of another maker: what the maker's identifiers mean there, nobody knows.
+/// For commands with features, log pages and log addresses of protocols/norvo/Vendor.h.
+void requireNorvo(const core::Device& device);
+
 }  // namespace orvel::interfaces::orveli::jobs

@@ -10,6 +10,7 @@
 #include "interfaces/orveli/jobs/DriveJob.h"
 #include "protocols/norvo/Vendor.h"
 #include "protocols/nvme/Features.h"
+#include "protocols/nvme/Temperature.h"
 
 #include <cstdint>
 #include <iterator>
@@ -27,8 +28,6 @@ namespace sct = protocols::ata::sct;
 namespace word_206 = protocols::ata::identify_device::word_206;
 
 namespace {
-
-constexpr std::int32_t ZERO_CELSIUS = 273;  // in kelvins
 
 /// Drives that have a setting.
 enum class Drives { NVME, NORVO_NVME, ATA, NORVO_ATA };
@@ -54,7 +53,7 @@ void readSwitch(Device& device, Attribute& setting) {
 void readTemperatureThreshold(Device& device, Attribute& setting) {
     const std::uint32_t dword = nvmeFeature(device, nvme::features::TEMPERATURE_THRESHOLD);
     const std::uint32_t kelvins = nvme::readBits(dword, nvme::temperature_threshold::TMPTH);
-    setting.setValue(static_cast<std::int32_t>(kelvins) - ZERO_CELSIUS);
+    setting.setValue(static_cast<std::int32_t>(kelvins) - nvme::ZERO_CELSIUS);
 }
 
 void readAggregationThreshold(Device& device, Attribute& setting) {

@@ -1,5 +1,6 @@
 #include "interfaces/orveli/jobs/EnduranceAnalyzerJob.h"
 
+#include "core/StatusWords.h"
 #include "core/Strings.h"
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
@@ -50,9 +51,10 @@ Status EnduranceAnalyzerJob::set(Device& device, const core::Attribute& property
     const auto descriptor = features::endurance_analyzer::EnduranceAnalyzer();
     requireName(property, descriptor);
     if (!core::strings::equals(textOf(property), RESET_WORD, true)) {
-        throw withWords(statuses::invalidProperty(),
-                        descriptor.getName() + " can only be set to '" + RESET_WORD + "'.");
+        throw core::withWords(statuses::invalidProperty(),
+                              descriptor.getName() + " can only be set to '" + RESET_WORD + "'.");
     }
+    requireNorvo(device);
     const bool isReset = isNvme(device) ? resetNvme(device) : resetAta(device);
     return isReset ? Status() : statuses::timedWorkloadResetFailed();
 }

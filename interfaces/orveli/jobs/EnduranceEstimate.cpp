@@ -27,7 +27,9 @@ TimedWorkload ofNvme(Device& device) {
     NvmeLogs logs(device);
     const core::Payload* page = logs.findVendorPage(norvo::log_pages::HEALTH_STATISTICS);
     if (page == nullptr) throw statuses::featureNotSupportedByDrive();
-    return {protocols::readNumber(*page, norvo::health_statistics::TimedWorkloadMediaWear),
+    const auto wear =
+        protocols::readNumber(*page, norvo::health_statistics::TimedWorkloadMediaWear);
+    return {wear == norvo::health_statistics::RESET_VALUE, wear,
             protocols::readNumber(*page, norvo::health_statistics::TimedWorkloadTimer)};
 }
 
@@ -38,15 +40,13 @@ TimedWorkload ofSata(Device& device) {
         findAttribute(all, norvo::smart_attributes::TIMED_WORKLOAD_MEDIA_WEAR);
     const SmartAttribute* timer = findAttribute(all, norvo::smart_attributes::TIMED_WORKLOAD_TIMER);
     if (wear == nullptr || timer == nullptr) throw statuses::featureNotSupportedByDrive();
-    return {wear->raw, timer->raw};
+    return {wear->raw == norvo::smart_attributes::RESET_VALUE, wear->raw, timer->raw};
 }
 
 }  // namespace
 
 std::string expectedLife(const TimedWorkload& workload) {
-    static_assert(norvo::health_statistics::RESET_VALUE == norvo::smart_attributes::RESET_VALUE);
-    const bool isReset = workload.mediaWear == norvo::health_statistics::RESET_VALUE;
-    if (isReset || workload.minutes < SHORTEST_MINUTES)
+    if (workload.isReset || workload.minutes < SHORTEST_MINUTES)
         return statuses::workloadIndicatorsReset().getMessage();
     if (workload.mediaWear == 0) return statuses::workloadInducedNoWear().getMessage();
     const double minutesOfLife = static_cast<double>(workload.minutes) * WHOLE_WEAR /

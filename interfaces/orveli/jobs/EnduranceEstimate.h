@@ -10,6 +10,7 @@ namespace orvel::interfaces::orveli::jobs {
 
 /// A timed workload: what it has worn off, and how long it has run.
 struct TimedWorkload {
+    bool isReset = false;         ///< then the wear means nothing yet
     std::uint64_t mediaWear = 0;  ///< in 1/1024 of a percent
     std::uint64_t minutes = 0;
 };

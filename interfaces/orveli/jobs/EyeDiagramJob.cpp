@@ -108,6 +108,7 @@ core::Status EyeDiagramJob::report(core::Device& device, XmlObject& drive) {
     const Lane wanted{
         groupOf(findArgument(features::eye_diagram::Group()).value_or(GROUP_NAMES[0])),
         laneOf(findArgument(features::eye_diagram::Lane()).value_or("0"))};
+    requireNorvo(device);
     const Payload page = readDiagram(device, wanted);
     put(drive, features::eye_diagram::Group(), GROUP_NAMES[wanted.group]);
     put(drive, features::eye_diagram::Lane(), wanted.lane);

@@ -7,7 +7,8 @@
 
 namespace orvel::interfaces::orveli::jobs {
 
-/// Arguments: Group ("A" unless given), Lane (0 unless given).
+/// Arguments: Group ("A" unless given), Lane (0 unless given). 10/1 for a drive of another
+/// maker.
 class EyeDiagramJob : public DriveJob {
 public:
     EyeDiagramJob();

@@ -22,6 +22,20 @@ namespace statuses = features::statuses;
 namespace types = features::format::types;
 namespace secure_erase = protocols::nvme::secure_erase;
 
+namespace {
+
+/// What isn't reached from here must not pass for deleted, and other controllers may use what is.
+void reportDetached(XmlObject& drive, const DetachedNamespaces& detached, const char* name) {
+    if (detached.numbers.empty()) return;
+    std::string numbers;
+    for (const std::uint32_t one : detached.numbers)
+        numbers += (numbers.empty() ? "" : ", ") + std::to_string(one);
+    drive.addValue("Status", core::statuses::completedSuccessfully().getMessage());
+    drive.addValue(name, "Namespaces that are not attached to the controller: " + numbers);
+}
+
+}  // namespace
+
 FormatJob::FormatJob(Pause pause)
     : DriveJob(Format, Kind::ANY, "Format"),
       pause(std::move(pause)) {}
@@ -100,25 +114,14 @@ Status FormatJob::report(Device& device, XmlObject& drive) {
     if (!isNvme(device)) {
         erase(device, type);
     } else if (type == Type::DELETE_ALL) {
-        deleteOnNvme(device, drive);
+        const auto detached =
+            formatNamespaces(device, {.nsid = format.nsid, .secureErase = secure_erase::USER_DATA});
+        reportDetached(drive, detached, detached.areFormatted ? "AlsoDeleted" : "NotDeleted");
     } else {
-        formatNamespaces(device, format);
+        const auto detached = formatNamespaces(device, format);
+        if (detached.areFormatted) reportDetached(drive, detached, "AlsoFormatted");
     }
     return {};
-}
-
-/// What can't be reached from here must not pass for deleted.
-void FormatJob::deleteOnNvme(Device& device, XmlObject& drive) {
-    const std::uint32_t nsid = wantedNamespace();
-    const bool isForAll = nsid == protocols::nvme::ALL_NAMESPACES;
-    const auto kept = isForAll ? detachedNamespaces(device) : std::vector<std::uint32_t>{};
-    formatNamespaces(device, {.nsid = nsid, .secureErase = secure_erase::USER_DATA});
-    if (kept.empty()) return;
-    std::string numbers;
-    for (const std::uint32_t one : kept)
-        numbers += (numbers.empty() ? "" : ", ") + std::to_string(one);
-    drive.addValue("Status", core::statuses::completedSuccessfully().getMessage());
-    drive.addValue("NotDeleted", "Namespaces that are not attached to the controller: " + numbers);
 }
 
 void FormatJob::erase(Device& device, Type type) {

@@ -22,6 +22,10 @@ namespace orvel::interfaces::orveli::jobs {
 /// erase, or 10/24 for what is no boolean; "ATASecureErase" `EnhancedErase` = "true" for the
 /// enhanced mode.
 ///
+/// Of all namespaces of an NVMe drive, those that are not attached to the controller are told:
+/// `NotDeleted` if a "Delete" has not reached them, `AlsoDeleted` or `AlsoFormatted` if the drive
+/// can only do it to all.
+///
 /// Members of RAID volumes are refused with 10/12, a type that the kind of drive lacks with 10/3.
 /// The rest: NvmeFormat.h, AtaErase.h.
 class FormatJob : public DriveJob {
@@ -44,7 +48,6 @@ private:
     std::optional<std::uint8_t> setting(const core::Attribute& descriptor, std::uint64_t maximum,
                                         const core::Status& otherwise) const;
     NvmeFormat wantedFormat() const;
-    void deleteOnNvme(core::Device& device, core::xml::XmlObject& drive);
     void erase(core::Device& device, Type type);
 
     Pause pause;

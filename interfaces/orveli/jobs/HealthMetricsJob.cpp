@@ -14,6 +14,7 @@
 #include "protocols/norvo/Structures.h"
 #include "protocols/norvo/Vendor.h"
 #include "protocols/nvme/Structures.h"
+#include "protocols/nvme/Temperature.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -41,7 +42,6 @@ namespace temperatures = protocols::norvo::temperature_statistics;
 namespace {
 
 constexpr const char* TITLE = "Health Sensors";
-constexpr std::int64_t ZERO_CELSIUS = 273;  // in kelvins
 
 using Descriptor = Attribute (*)();
 
@@ -138,7 +138,8 @@ void addCompositeTemperature(XmlObject& drive, NvmeLogs& logs) {
     const std::uint64_t kelvins =
         readNumber(logs.smartHealth(), smart_health::CompositeTemperature);
     if (kelvins != 0) {
-        putCelsius(drive, metrics::Celsius(), static_cast<std::int64_t>(kelvins) - ZERO_CELSIUS);
+        putCelsius(drive, metrics::Celsius(),
+                   static_cast<std::int64_t>(kelvins) - nvme::ZERO_CELSIUS);
     }
 }
 

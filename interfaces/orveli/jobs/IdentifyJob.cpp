@@ -8,11 +8,11 @@
 #include "interfaces/orveli/access/AtaAccess.h"
 #include "interfaces/orveli/access/DriveKind.h"
 #include "interfaces/orveli/jobs/AtaIdentifyReport.h"
+#include "interfaces/orveli/jobs/NamespaceNumber.h"
 #include "interfaces/orveli/jobs/NvmeIdentifier.h"
 #include "interfaces/orveli/jobs/NvmeIdentifyReport.h"
 
 #include <cstdint>
-#include <limits>
 #include <string>
 #include <vector>
 
@@ -99,16 +99,11 @@ void IdentifyJob::reportNvme(core::Device& device, XmlObject& drive) const {
     }
 }
 
-/// Throws 10/76 if there is none, 10/80 for one that is no 32-bit number.
+/// Throws 10/76 if there is none, 10/80 for one that is no number of a namespace.
 std::uint32_t IdentifyJob::requireNamespaceId() const {
     const auto text = findArgument(features::namespace_management::NamespaceId());
     if (!text) throw features::statuses::noNamespaceId();
-    const bool isNumber =
-        core::strings::isNumeric(*text) || (!text->empty() && core::strings::isHexadecimal(*text));
-    const std::uint64_t nsid = core::strings::toInteger(*text);
-    if (!isNumber || nsid > std::numeric_limits<std::uint32_t>::max())
-        throw features::statuses::invalidNamespaceId();
-    return static_cast<std::uint32_t>(nsid);
+    return readNamespaceNumber(*text);
 }
 
 }  // namespace orvel::interfaces::orveli::jobs

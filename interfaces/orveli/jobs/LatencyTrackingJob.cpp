@@ -1,5 +1,6 @@
 #include "interfaces/orveli/jobs/LatencyTrackingJob.h"
 
+#include "core/StatusWords.h"
 #include "core/Strings.h"
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
@@ -74,9 +75,9 @@ void addPage(Device& device, XmlObject& drive, std::uint8_t logPage, const char*
 void requireTracking(Device& device) {
     const auto tracking = norvo::feature_ids::LATENCY_TRACKING;
     if (nvme_access::feature(device, {.feature = tracking}) != 0) return;
-    throw withWords(statuses::featureNotSupported(),
-                    "Latency tracking is not enabled. Set " +
-                        properties::LatencyTrackingEnabled().getName() + " to true first.");
+    throw core::withWords(statuses::featureNotSupported(),
+                          "Latency tracking is not enabled. Set " +
+                              properties::LatencyTrackingEnabled().getName() + " to true first.");
 }
 
 }  // namespace
@@ -95,6 +96,7 @@ Status LatencyTrackingJob::runMethod(std::unique_ptr<core::xml::XmlElement>& res
 Status LatencyTrackingJob::set(Device& device, const core::Attribute& property) {
     requireName(property, properties::LatencyTrackingEnabled());
     const std::uint32_t state = booleanOf(property) ? 1 : 0;
+    requireNorvo(device);
     setting_writes::setAndCheck(device,
                                 {.feature = norvo::feature_ids::LATENCY_TRACKING, .cdw11 = state});
     return {};
@@ -105,6 +107,7 @@ Status LatencyTrackingJob::report(Device& device, XmlObject& drive) {
     const auto text = findArgument(argument);
     const std::optional<bool> isRead =
         text ? std::optional(readBoolean(argument, *text)) : std::nullopt;
+    requireNorvo(device);
     requireTracking(device);
     if (isRead.value_or(true))
         addPage(device, drive, norvo::log_pages::READ_LATENCY_STATISTICS, "Read Commands");

@@ -12,6 +12,7 @@ namespace orvel::interfaces::orveli::jobs {
 /// The method shows for each drive how many commands took how long: read commands for the argument
 /// LatencyStatisticsForReadCommands "true", write commands for "false", both without it, and 10/36
 /// for another text. 10/34 while tracking is not enabled; 10/33 for a log page that makes no sense.
+/// Both: 10/1 for a drive of another maker.
 class LatencyTrackingJob : public SettingJob {
 public:
     LatencyTrackingJob();

@@ -87,6 +87,7 @@ std::uint64_t nativeMaximum(Device& device, std::uint64_t blockBytes) {
 
 void setOnNvme(Device& device, const MaxAddressGoal& goal) {
     constexpr unsigned UPPER_DWORD = 32;
+    requireNorvo(device);
     const BlockFormat format = readFormat(device);
     // Capacities are counted in blocks of plain data.
     const std::uint64_t lba = goal.toLba(nativeMaximum(device, format.dataBytes),
@@ -94,8 +95,12 @@ void setOnNvme(Device& device, const MaxAddressGoal& goal) {
     const nvme::FeatureChange change{.feature = norvo::feature_ids::MAXIMUM_LBA,
                                      .cdw11 = static_cast<std::uint32_t>(lba),
                                      .cdw12 = static_cast<std::uint32_t>(lba >> UPPER_DWORD)};
-    setting_writes::explainRefusal([&] { setting_writes::setAndCheck(device, change); },
+    setting_writes::explainRefusal([&] { setting_writes::set(device, change); },
                                    "A drive takes it while namespace 1 is its only one.");
+    // The feature's value tells but the lower half of the LBA.
+    const Payload identify = nvme_access::identify(device, nvme::cns::NAMESPACE, FIRST_NAMESPACE);
+    if (protocols::readNumber(identify, nvme::identify_namespace::NSZE) != lba + 1)
+        throw setting_writes::valueNotTaken();
 }
 
 }  // namespace

@@ -8,7 +8,6 @@
 #include "interfaces/orveli/access/NvmeAccess.h"
 #include "interfaces/orveli/jobs/NamespaceNumber.h"
 #include "interfaces/orveli/jobs/NumberText.h"
-#include "interfaces/orveli/jobs/NvmeBits.h"
 #include "protocols/nvme/LbaFormats.h"
 #include "protocols/nvme/Structures.h"
 
@@ -146,7 +145,7 @@ Status NamespaceManagementJob::report(Device& device, XmlObject& drive) {
     } else if (action == Action::REMOVE) {
         remove(device);
     } else {
-        tie(device, action, controller);
+        attachOrDetach(device, action, controller);
     }
     return {};
 }
@@ -189,7 +188,8 @@ void NamespaceManagementJob::remove(Device& device) const {
     send(device, nvme::namespaceDelete(wantedNamespace()));
 }
 
-void NamespaceManagementJob::tie(Device& device, Action action, const Payload& controller) const {
+void NamespaceManagementJob::attachOrDetach(Device& device, Action action,
+                                            const Payload& controller) const {
     const std::uint32_t nsid = wantedNamespace();
     if (nsid == nvme::ALL_NAMESPACES) throw statuses::invalidNamespaceId();
     const auto own = static_cast<std::uint16_t>(readNumber(controller, ic::CNTLID));

@@ -1,4 +1,4 @@
-// Makes and removes the namespaces of an NVMe drive, and ties them to controllers.
+// Makes and removes the namespaces of an NVMe drive, attaches and detaches them.
 #pragma once
 
 #include "core/Payload.h"
@@ -19,8 +19,10 @@ namespace orvel::interfaces::orveli::jobs {
 /// `MultiPathIoCapabilities` (10/36), 1 by default for a namespace that controllers may share. The
 /// new namespace is not attached; the drive's object gets its `NamespaceId`.
 ///
-/// The others take `NamespaceId` (10/76, 10/80), and "attach" and "detach" `NVMeControllerID`, the
-/// drive's own controller by default (10/77 for an empty one, 10/88 for what is no number).
+/// The others take `NamespaceId` (10/76, 10/80), which for "delete" may be FFFFFFFFh: all
+/// namespaces of the NVM subsystem, attached or not. "attach" and "detach" take `NVMeControllerID`,
+/// too, the drive's own controller by default (10/77 for an empty one, 10/88 for what is no
+/// number).
 class NamespaceManagementJob : public DriveJob {
 public:
     NamespaceManagementJob();
@@ -48,7 +50,7 @@ private:
     core::Payload newNamespace(core::Device& device) const;
     void create(core::Device& device, core::xml::XmlObject& drive) const;
     void remove(core::Device& device) const;
-    void tie(core::Device& device, Action action, const core::Payload& controller) const;
+    void attachOrDetach(core::Device& device, Action action, const core::Payload& controller) const;
 };
 
 }  // namespace orvel::interfaces::orveli::jobs

@@ -11,6 +11,7 @@
 #include "interfaces/orveli/access/NvmeAccess.h"
 #include "interfaces/orveli/jobs/DriveSettings.h"
 #include "interfaces/orveli/jobs/EnduranceEstimate.h"
+#include "interfaces/orveli/jobs/NvmeLogs.h"
 #include "protocols/ata/Smart.h"
 #include "protocols/norvo/Structures.h"
 #include "protocols/nvme/Structures.h"
@@ -39,10 +40,6 @@ namespace {
 constexpr const char* TITLE = "Norvo SSD";
 constexpr char FOLDER_SEPARATOR = '~';
 
-bool isNamed(const Attribute& attribute, const std::string& name) {
-    return core::strings::equals(attribute.getName(), name, true);
-}
-
 /// For programs, and in part of a thousand bytes: nothing to show.
 bool isHidden(const Attribute& attribute) {
     return attribute.getType() == core::types::bytepointer();
@@ -51,18 +48,14 @@ bool isHidden(const Attribute& attribute) {
 const Attribute* findAttributeOf(const Device& device, const std::string& name) {
     if (const Attribute* exact = device.getAttributes().find(name)) return exact;
     for (const Attribute& attribute : device.getAttributes()) {
-        if (isNamed(attribute, name)) return &attribute;
+        if (core::strings::equals(attribute.getName(), name, true)) return &attribute;
     }
     return nullptr;
 }
 
 bool hasNvmeWarning(Device& device) {
-    nvme::LogPageRequest request;
-    request.logPage = nvme::log_pages::SMART_HEALTH_INFORMATION;
-    request.bytes = nvme::smart_health_log::SIZE;
-    request.retainAsynchronousEvent = true;
-    const auto page = nvme_access::logPage(device, request);
-    return protocols::readNumber(page, nvme::smart_health_log::CriticalWarning) != 0;
+    NvmeLogs logs(device);
+    return protocols::readNumber(logs.smartHealth(), nvme::smart_health_log::CriticalWarning) != 0;
 }
 
 bool exceedsSmartThreshold(Device& device) {
@@ -186,7 +179,7 @@ void NorvoSSDJob::addAll(Device& device, XmlObject& drive) const {
 void NorvoSSDJob::addNamed(Device& device, const std::string& name, XmlObject& drive) const {
     for (const Finding& finding : FINDINGS) {
         const Attribute descriptor = finding.descriptor();
-        if (!isNamed(descriptor, name)) continue;
+        if (!core::strings::equals(descriptor.getName(), name, true)) continue;
         addOrExplain(drive, descriptor,
                      [&] { return withText(descriptor, (this->*finding.value)(device)); });
         return;

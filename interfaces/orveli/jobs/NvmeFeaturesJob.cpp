@@ -1,5 +1,6 @@
 #include "interfaces/orveli/jobs/NvmeFeaturesJob.h"
 
+#include "core/StatusWords.h"
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
@@ -7,6 +8,7 @@
 #include "interfaces/orveli/jobs/SettingWrites.h"
 #include "protocols/norvo/Vendor.h"
 #include "protocols/nvme/Features.h"
+#include "protocols/nvme/Temperature.h"
 
 namespace orvel::interfaces::orveli::jobs {
 
@@ -20,12 +22,11 @@ namespace statuses = features::statuses;
 namespace {
 
 constexpr std::uint32_t HIGHEST_THRESHOLD = 80;  // degrees Celsius
-constexpr std::uint32_t ZERO_CELSIUS = 273;      // kelvins, as the standard rounds it
 constexpr Range ONE_BYTE{0, UINT8_MAX};
 
 /// The composite temperature's upper threshold: all that selects another is zero.
 void setThreshold(Device& device, std::uint32_t celsius) {
-    const std::uint32_t kelvins = celsius + ZERO_CELSIUS;
+    const std::uint32_t kelvins = celsius + std::uint32_t{nvme::ZERO_CELSIUS};
     setting_writes::setAndCheck(
         device, {.feature = nvme::features::TEMPERATURE_THRESHOLD,
                  .cdw11 = nvme::placeBits(nvme::temperature_threshold::TMPTH, kelvins)});
@@ -44,6 +45,7 @@ void setAggregation(Device& device, const nvme::BitField& half, std::uint32_t va
 
 /// An order and no state: there is nothing to be saved or read back.
 void resetCrcErrors(Device& device) {
+    requireNorvo(device);
     nvme_access::send(
         device,
         nvme::setFeatures({.feature = norvo::feature_ids::RESET_CRC_ERROR_COUNT, .cdw11 = 1}));
@@ -64,6 +66,7 @@ core::Status NvmeFeaturesJob::set(Device& device, const Attribute& property) {
                                       statuses::invalidTemperatureThreshold()));
     } else if (isNamed(property, properties::SMBusAddress())) {
         const auto address = numberOf(property, {1, UINT8_MAX}, statuses::invalidSmBusAddress());
+        requireNorvo(device);
         setting_writes::setAndCheck(
             device, {.feature = norvo::feature_ids::SMBUS_ADDRESS, .cdw11 = address});
     } else if (isNamed(property, properties::AggregationThreshold())) {
@@ -75,8 +78,8 @@ core::Status NvmeFeaturesJob::set(Device& device, const Attribute& property) {
     } else {
         requireName(property, properties::ResetCRCError());
         if (!booleanOf(property)) {
-            throw withWords(statuses::invalidProperty(),
-                            property.getName() + " can only be set to true.");
+            throw core::withWords(statuses::invalidProperty(),
+                                  property.getName() + " can only be set to true.");
         }
         resetCrcErrors(device);
     }

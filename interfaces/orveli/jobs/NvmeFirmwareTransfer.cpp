@@ -1,7 +1,6 @@
 #include "interfaces/orveli/jobs/NvmeFirmwareTransfer.h"
 
 #include "interfaces/orveli/access/NvmeAccess.h"
-#include "interfaces/orveli/jobs/NvmeBits.h"
 #include "interfaces/orveli/jobs/TimeLimit.h"
 #include "protocols/nvme/Structures.h"
 

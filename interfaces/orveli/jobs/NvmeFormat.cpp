@@ -3,7 +3,7 @@
 #include "core/StatusWords.h"
 #include "features/FeatureStatuses.h"
 #include "interfaces/orveli/access/NvmeAccess.h"
-#include "interfaces/orveli/jobs/NvmeBits.h"
+#include "interfaces/orveli/jobs/NvmeIdentifier.h"
 #include "interfaces/orveli/jobs/TimeLimit.h"
 #include "protocols/nvme/Structures.h"
 
@@ -25,41 +25,37 @@ namespace {
 
 constexpr std::int32_t FORMAT_SECONDS = 4 * 60 * 60;
 
-std::vector<std::uint32_t> namespaces(Device& device, std::uint8_t listCns) {
-    std::vector<std::uint32_t> all;
-    std::vector<std::uint32_t> part;
-    do {
-        const std::uint32_t after = all.empty() ? 0 : all.back();
-        part = readNamespaceList(nvme_access::identify(device, listCns, after));
-        // A list that doesn't ascend would never end.
-        if (!part.empty() && part.back() <= after) break;
-        all.insert(all.end(), part.begin(), part.end());
-    } while (part.size() == namespace_list::IDENTIFIERS.count);
-    return all;
-}
-
-/// Some drives can only format, or only erase, all that there is.
+/// Some drives can only format, or only erase, all that there is: attached or not.
 bool isForAll(const Payload& controller, const NvmeFormat& wanted) {
     return has(controller, ic::FNA, fna::FORMAT_ALL_NAMESPACES) ||
            (wanted.secureErase != secure_erase::NONE &&
             has(controller, ic::FNA, fna::ERASE_ALL_NAMESPACES));
 }
 
-std::vector<std::uint32_t> targetsOf(Device& device, const Payload& controller,
-                                     const NvmeFormat& wanted) {
-    auto attached = namespaces(device, cns::ACTIVE_NAMESPACE_LIST);
+std::vector<std::uint32_t> without(std::vector<std::uint32_t> all,
+                                   const std::vector<std::uint32_t>& some) {
+    std::erase_if(all,
+                  [&](std::uint32_t nsid) { return std::ranges::find(some, nsid) != some.end(); });
+    return all;
+}
+
+std::vector<std::uint32_t> targetsOf(const NvmeIdentifier& identifier, const NvmeFormat& wanted) {
+    auto attached = identifier.listAttachedNamespaces();
     if (attached.empty())
         throw core::withWords(statuses::formatFailed(),
                               "No namespace is attached to the controller.");
     if (wanted.nsid == ALL_NAMESPACES) return attached;
     if (std::ranges::find(attached, wanted.nsid) == attached.end())
         throw statuses::invalidNamespaceId();
-    if (attached.size() > 1 && isForAll(controller, wanted))
+    std::vector<std::uint32_t> targets = {wanted.nsid};
+    if (isForAll(identifier.getController(), wanted) &&
+        !without(identifier.listAllocatedNamespaces(), targets).empty()) {
         throw core::withWords(
             statuses::formatFailed(),
             "The drive can only format all of its namespaces at once. Name 0xFFFFFFFF "
             "as the namespace to do that.");
-    return {wanted.nsid};
+    }
+    return targets;
 }
 
 /// Where the metadata goes; no matter without any.
@@ -152,28 +148,23 @@ void send(Device& device, const FormatRequest& request) {
 
 }  // namespace
 
-void formatNamespaces(Device& device, const NvmeFormat& wanted) {
-    const Payload controller = nvme_access::identify(device, cns::CONTROLLER);
+DetachedNamespaces formatNamespaces(Device& device, const NvmeFormat& wanted) {
+    const NvmeIdentifier identifier(device);
+    const Payload& controller = identifier.getController();
     if (!has(controller, ic::OACS, oacs::FORMAT_NVM)) throw statuses::featureNotSupportedByDrive();
     if (wanted.secureErase == secure_erase::CRYPTOGRAPHIC &&
         !has(controller, ic::FNA, fna::CRYPTOGRAPHIC_ERASE)) {
         throw statuses::invalidSecureEraseSetting();
     }
-    const auto requests = requestsFor(device, targetsOf(device, controller, wanted), wanted);
+    const auto targets = targetsOf(identifier, wanted);
+    const auto requests = requestsFor(device, targets, wanted);
+    DetachedNamespaces detached{.areFormatted = isForAll(controller, wanted)};
+    if (wanted.nsid == ALL_NAMESPACES)
+        detached.numbers = without(identifier.listAllocatedNamespaces(), targets);
     const TimeLimit limit(device, ADMIN_COMMAND_SET, FORMAT_SECONDS);
     for (const FormatRequest& request : requests)
         send(device, request);
-}
-
-std::vector<std::uint32_t> detachedNamespaces(Device& device) {
-    const Payload controller = nvme_access::identify(device, cns::CONTROLLER);
-    if (!has(controller, ic::OACS, oacs::NAMESPACE_MANAGEMENT)) return {};
-    auto allocated = namespaces(device, cns::ALLOCATED_NAMESPACE_LIST);
-    const auto attached = namespaces(device, cns::ACTIVE_NAMESPACE_LIST);
-    std::erase_if(allocated, [&](std::uint32_t nsid) {
-        return std::ranges::find(attached, nsid) != attached.end();
-    });
-    return allocated;
+    return detached;
 }
 
 }  // namespace orvel::interfaces::orveli::jobs

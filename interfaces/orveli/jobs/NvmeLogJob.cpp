@@ -1,7 +1,9 @@
 #include "interfaces/orveli/jobs/NvmeLogJob.h"
 
+#include "core/CoreStatuses.h"
 #include "core/Strings.h"
 #include "core/xml/Vocabulary.h"
+#include "features/DeviceAttributes.h"
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
@@ -66,8 +68,11 @@ void putErrorEntry(XmlObject& section, const Payload& entry) {
 
 void putErrorInfo(XmlObject& section, const NvmeLogReader& reader) {
     namespace fields = nvme::error_information_entry;
-    const auto count = static_cast<std::uint32_t>(
+    auto count = static_cast<std::uint32_t>(
         protocols::readNumber(reader.getController(), nvme::identify_controller::ELPE) + 1);
+    // The newest come first: a drive that can't be asked for all tells these.
+    while (count > 1 && !reader.canRead(count * fields::SIZE))
+        --count;
     const auto entries = nvme::errorInformationEntries(count);
     const Payload page =
         readPage(reader, nvme::log_pages::ERROR_INFORMATION, entries.size * entries.count);
@@ -151,12 +156,16 @@ void addLog(XmlObject& drive, const NvmeLogReader& reader, const LogRow& row) {
     drive.addObject(std::move(section));
 }
 
-void addAllLogs(XmlObject& drive, const NvmeLogReader& reader) {
+void addAllLogs(XmlObject& drive, const NvmeLogReader& reader, bool isNorvo) {
     for (const LogRow& row : LOGS) {
+        if (row.owner == Owner::VENDOR && !isNorvo) continue;
         try {
             addLog(drive, reader, row);
         } catch (const core::Status& status) {
-            const bool isLackedByDrive = status == features::statuses::featureNotSupportedByDrive();
+            // Drives refuse what they don't have in various words.
+            const bool isLackedByDrive =
+                status == features::statuses::featureNotSupportedByDrive() ||
+                status == core::statuses::nvmeCommandProblem();
             if (row.owner == Owner::STANDARD || !isLackedByDrive) throw;
         }
     }
@@ -177,12 +186,14 @@ core::Status NvmeLogJob::runMethod(std::unique_ptr<core::xml::XmlElement>& respo
 core::Status NvmeLogJob::report(core::Device& device, XmlObject& drive) {
     const auto wanted = findNumber(features::nvme_get_log::LogId());
     if (!wanted) {
-        addAllLogs(drive, NvmeLogReader(device));
+        addAllLogs(drive, NvmeLogReader(device),
+                   device.isSet(features::device_attributes::Norvo()));
         return {};
     }
     const auto* const row = std::find_if(std::begin(LOGS), std::end(LOGS),
                                          [&](const LogRow& each) { return each.id == *wanted; });
     if (row == std::end(LOGS)) return features::statuses::invalidLogId();
+    if (row->owner == Owner::VENDOR) requireNorvo(device);
     addLog(drive, NvmeLogReader(device), *row);
     return {};
 }

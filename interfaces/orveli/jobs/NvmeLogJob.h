@@ -8,7 +8,8 @@
 namespace orvel::interfaces::orveli::jobs {
 
 /// Argument: LogId, one of `nvme_get_log::log_ids`; all of them unless given. Of all, the vendor's
-/// pages are left out if the drive doesn't have them.
+/// pages are left out if the drive doesn't have them; one of them alone is 10/1 for a drive of
+/// another maker.
 class NvmeLogJob : public DriveJob {
 public:
     NvmeLogJob();

@@ -19,8 +19,6 @@ nvme::LogPageRequest requestOf(std::uint8_t logPage) {
     nvme::LogPageRequest request;
     request.logPage = logPage;
     request.bytes = PAGE_SIZE;
-    // Whoever just looks takes no event away from those who wait for it.
-    request.retainAsynchronousEvent = true;
     return request;
 }
 

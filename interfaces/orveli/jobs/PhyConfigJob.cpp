@@ -19,6 +19,7 @@ std::unique_ptr<Job> PhyConfigJob::clone() const {
 core::Status PhyConfigJob::set(core::Device& device, const core::Attribute& property) {
     requireName(property, features::phy_config::PhyConfig());
     const auto config = numberOf(property, {0, 3}, statuses::invalidPhyConfig());
+    requireNorvo(device);
     setting_writes::set(
         device, {protocols::norvo::sct_features::PHY_CONFIG, static_cast<std::uint16_t>(config)},
         statuses::invalidPhyConfigSettings());

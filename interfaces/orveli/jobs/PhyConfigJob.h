@@ -7,7 +7,8 @@
 
 namespace orvel::interfaces::orveli::jobs {
 
-/// PhyConfig is 0 to 3, else 10/89; 10/90 if the drive refuses. Shows after a power cycle.
+/// PhyConfig is 0 to 3, else 10/89; 10/90 if the drive refuses, 10/1 for one of another maker.
+/// Shows after a power cycle.
 class PhyConfigJob : public SettingJob {
 public:
     PhyConfigJob();

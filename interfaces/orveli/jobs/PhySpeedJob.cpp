@@ -53,6 +53,7 @@ std::unique_ptr<Job> PhySpeedJob::clone() const {
 core::Status PhySpeedJob::set(core::Device& device, const core::Attribute& property) {
     requireName(property, features::phy_speed::PhySpeed());
     const SpeedRow& speed = findSpeed(textOf(property));
+    requireNorvo(device);
     const core::Payload identify = ata_access::identifyDevice(device);
     if (!protocols::ata::identify_device::isReported(identify, speed.capability))
         throw statuses::invalidPhySpeed();

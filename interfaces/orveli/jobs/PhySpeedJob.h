@@ -8,7 +8,8 @@
 namespace orvel::interfaces::orveli::jobs {
 
 /// PhySpeed is 1.5, 3 or 6 gigabits a second, with or without ".0". 10/51 for another and for more
-/// than the drive is made for, 10/56 if the drive refuses. Shows after a power cycle.
+/// than the drive is made for, 10/56 if the drive refuses, 10/1 for one of another maker. Shows
+/// after a power cycle.
 class PhySpeedJob : public SettingJob {
 public:
     PhySpeedJob();

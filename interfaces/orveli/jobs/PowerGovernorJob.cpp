@@ -21,6 +21,7 @@ std::unique_ptr<Job> PowerGovernorJob::clone() const {
 core::Status PowerGovernorJob::set(core::Device& device, const core::Attribute& property) {
     requireName(property, features::power_governor::PowerGovernorMode());
     const auto mode = numberOf(property, {0, 2}, statuses::invalidPowerMode());
+    requireNorvo(device);
     if (isNvme(device)) {
         setting_writes::setAndCheck(device,
                                     {.feature = norvo::feature_ids::POWER_GOVERNOR, .cdw11 = mode});

@@ -8,7 +8,7 @@
 namespace orvel::interfaces::orveli::jobs {
 
 /// PowerGovernorMode is 0 to 2, the last drawing least, else 10/18. A SATA drive that refuses:
-/// 10/56.
+/// 10/56. A drive of another maker: 10/1.
 class PowerGovernorJob : public SettingJob {
 public:
     PowerGovernorJob();

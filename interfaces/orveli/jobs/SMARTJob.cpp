@@ -12,6 +12,7 @@
 #include "protocols/norvo/Structures.h"
 #include "protocols/norvo/Vendor.h"
 #include "protocols/nvme/Structures.h"
+#include "protocols/nvme/Temperature.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -38,7 +39,6 @@ namespace {
 constexpr const char* TITLE = "SMART Attributes";
 constexpr const char* PASS = "Pass";
 constexpr const char* FAIL = "Fail";
-constexpr std::uint64_t ZERO_CELSIUS = 273;  // in kelvins
 constexpr const char* HEXADECIMAL_DIGITS = "0123456789abcdefABCDEF";
 constexpr std::uint8_t BEST = 100;
 
@@ -132,8 +132,7 @@ void fillWear(Line& line, const Payload& page) {
 
 void fillTemperature(Line& line, const Payload& page) {
     const std::uint64_t kelvins = readNumber(page, smart_health::CompositeTemperature);
-    line.raw =
-        toString(static_cast<std::int64_t>(kelvins) - static_cast<std::int64_t>(ZERO_CELSIUS));
+    line.raw = toString(static_cast<std::int64_t>(kelvins) - nvme::ZERO_CELSIUS);
 }
 
 Line lineOf(const NvmeRow& row, const Payload& page) {

@@ -1,5 +1,6 @@
 #include "interfaces/orveli/jobs/SctFeatureControlJob.h"
 
+#include "core/StatusWords.h"
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
@@ -19,8 +20,8 @@ namespace {
 constexpr Range SECTOR_SIZES{512, 4096};
 
 core::Status invalidInterval(const Attribute& property) {
-    return withWords(statuses::invalidProperty(),
-                     property.getName() + " must be 1 to 65535 minutes.");
+    return core::withWords(statuses::invalidProperty(),
+                           property.getName() + " must be 1 to 65535 minutes.");
 }
 
 }  // namespace
@@ -39,9 +40,11 @@ core::Status SctFeatureControlJob::set(core::Device& device, const Attribute& pr
         state = numberOf(property, SECTOR_SIZES, statuses::invalidSectorSize());
         const bool isSize = state == SECTOR_SIZES.lowest || state == SECTOR_SIZES.highest;
         if (!isSize) throw statuses::invalidSectorSize();
+        requireNorvo(device);
     } else if (isNamed(property, properties::PLITestTimeInterval())) {
         feature = sct_features::PLI_TEST_TIME_INTERVAL;
         state = numberOf(property, {0, 6}, statuses::invalidPliTestTimeInterval());
+        requireNorvo(device);
     } else {
         requireName(property, properties::TemperatureLoggingInterval());
         feature = sct::Feature::TEMPERATURE_LOGGING_INTERVAL;

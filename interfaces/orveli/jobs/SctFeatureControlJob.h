@@ -8,7 +8,8 @@
 namespace orvel::interfaces::orveli::jobs {
 
 /// PhysicalSectorSize is 512 or 4096 bytes, else 10/59; PLITestTimeInterval is 0 to 6, else 10/58;
-/// TemperatureLoggingInterval is 1 to 65535 minutes, else 10/36. 10/56 if the drive refuses.
+/// TemperatureLoggingInterval is 1 to 65535 minutes, else 10/36. 10/56 if the drive refuses,
+/// 10/1 for the first two of another maker's drive.
 class SctFeatureControlJob : public SettingJob {
 public:
     SctFeatureControlJob();

@@ -71,14 +71,14 @@ void requireName(const Attribute& property, const Attribute& descriptor) {
 
 bool readBoolean(const Attribute& descriptor, const std::string& text) {
     if (!strings::isBooleanText(text)) {
-        throw withWords(features::statuses::invalidProperty(),
-                        descriptor.getName() + " must be true or false.");
+        throw core::withWords(features::statuses::invalidProperty(),
+                              descriptor.getName() + " must be true or false.");
     }
     return text == "1" || strings::toBool(text);
 }
 
 Status successAfterPowerCycle() {
-    return withWords({}, "Power cycle the drive to apply the change.");
+    return core::withWords({}, "Power cycle the drive to apply the change.");
 }
 
 }  // namespace orvel::interfaces::orveli::jobs

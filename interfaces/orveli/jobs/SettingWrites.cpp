@@ -1,6 +1,7 @@
 #include "interfaces/orveli/jobs/SettingWrites.h"
 
 #include "core/CoreStatuses.h"
+#include "core/StatusWords.h"
 #include "features/FeatureStatuses.h"
 #include "interfaces/orveli/access/AtaAccess.h"
 #include "interfaces/orveli/access/NvmeAccess.h"
@@ -63,13 +64,13 @@ void explainRefusal(const std::function<void()>& send, const std::string& words)
         const bool isRefusal = status == core::statuses::ataCommandProblem() ||
                                status == core::statuses::nvmeCommandProblem();
         if (!isRefusal) throw;
-        throw withWords(status, words);
+        throw core::withWords(status, words);
     }
 }
 
 Status valueNotTaken() {
-    return withWords(features::statuses::configurationUpdateFailed(),
-                     "The drive kept another value.");
+    return core::withWords(features::statuses::configurationUpdateFailed(),
+                           "The drive kept another value.");
 }
 
 }  // namespace orvel::interfaces::orveli::jobs::setting_writes

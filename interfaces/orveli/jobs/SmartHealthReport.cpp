@@ -6,6 +6,7 @@
 #include "interfaces/orveli/jobs/DriveJob.h"
 #include "interfaces/orveli/jobs/FieldReport.h"
 #include "protocols/nvme/Structures.h"
+#include "protocols/nvme/Temperature.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -21,8 +22,6 @@ namespace log = protocols::nvme::smart_health_log;
 namespace warning = protocols::nvme::critical_warning;
 
 namespace {
-
-constexpr int KELVIN_AT_ZERO_CELSIUS = 273;
 
 struct WarningRow {
     protocols::nvme::BitField bit;
@@ -105,7 +104,7 @@ void putWarnings(XmlObject& section, const Payload& page) {
 /// As text, because the catalogue's type has no numbers below zero.
 void putTemperature(XmlObject& section, const Payload& page, const FieldRow& row) {
     const int celsius =
-        static_cast<int>(protocols::readNumber(page, row.field)) - KELVIN_AT_ZERO_CELSIUS;
+        static_cast<int>(protocols::readNumber(page, row.field)) - protocols::nvme::ZERO_CELSIUS;
     section.addValue(row.property().getName(), core::strings::toString(celsius));
 }
 

@@ -18,6 +18,7 @@ std::unique_ptr<Job> SpreadSpectrumClockingJob::clone() const {
 core::Status SpreadSpectrumClockingJob::set(core::Device& device, const core::Attribute& property) {
     requireName(property, features::spread_spectrum_clocking::SSCEnabled());
     const std::uint16_t state = booleanOf(property) ? 1 : 0;
+    requireNorvo(device);
     setting_writes::set(device, {protocols::norvo::sct_features::SPREAD_SPECTRUM_CLOCKING, state},
                         features::statuses::invalidSctFeatureControlCommand());
     return successAfterPowerCycle();

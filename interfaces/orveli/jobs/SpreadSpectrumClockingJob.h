@@ -7,7 +7,8 @@
 
 namespace orvel::interfaces::orveli::jobs {
 
-/// SSCEnabled is true or false; 10/56 if the drive refuses. Shows after a power cycle.
+/// SSCEnabled is true or false; 10/56 if the drive refuses, 10/1 for one of another maker. Shows
+/// after a power cycle.
 class SpreadSpectrumClockingJob : public SettingJob {
 public:
     SpreadSpectrumClockingJob();

@@ -32,6 +32,7 @@ Status StoredLogJob::runMethod(std::unique_ptr<core::xml::XmlElement>& response)
 }
 
 Status StoredLogJob::report(Device& device, core::xml::XmlObject& drive) {
+    requireNorvo(device);
     addPayload(drive, read(device));
     return {};
 }

@@ -18,7 +18,7 @@ struct StoredLogKind {
     core::Status (*invalidData)();
 };
 
-/// Answers with the bytes of the whole log, header included.
+/// Answers with the bytes of the whole log, header included; 10/1 for a drive of another maker.
 class StoredLogJob : public DriveJob {
 public:
     core::Status runMethod(std::unique_ptr<core::xml::XmlElement>& response) override;

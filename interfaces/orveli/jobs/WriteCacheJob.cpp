@@ -1,5 +1,6 @@
 #include "interfaces/orveli/jobs/WriteCacheJob.h"
 
+#include "core/StatusWords.h"
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
 #include "features/JobProperties.h"
@@ -37,7 +38,7 @@ void setBySetFeatures(Device& device, bool isWanted) {
     setting_writes::explainRefusal([&] { ata_access::send(device, command); }, words);
     const bool isEnabled = identify_device::isReported(
         ata_access::identifyDevice(device), identify_device::word_85::VOLATILE_WRITE_CACHE);
-    if (isEnabled != isWanted) throw withWords(setting_writes::valueNotTaken(), words);
+    if (isEnabled != isWanted) throw core::withWords(setting_writes::valueNotTaken(), words);
 }
 
 void setByFeature(Device& device, bool isWanted) {

@@ -54,13 +54,13 @@ TEST(AdminCommands, AskForStructuresWithIdentify) {
 TEST(AdminCommands, AskForLogPagesWithAZeroesBasedNumberOfDwords) {
     expectRows({
         {"one dword",               getLogPage({.logPage = 0x02, .bytes = 4}),
-         "Get Log Page",            {0x02, 0xFFFFFFFF, 0x00000002, 0, 0, 0, 0, 0, FROM, 4}},
+         "Get Log Page",            {0x02, 0xFFFFFFFF, 0x00008002, 0, 0, 0, 0, 0, FROM, 4}},
         {"SMART / Health",          getLogPage({.logPage = 0x02, .bytes = 512}),
-         "Get Log Page",            {0x02, 0xFFFFFFFF, 0x007F0002, 0, 0, 0, 0, 0, FROM, 512}},
+         "Get Log Page",            {0x02, 0xFFFFFFFF, 0x007F8002, 0, 0, 0, 0, 0, FROM, 512}},
         {"self-test",               getLogPage({.logPage = 0x06, .bytes = 564}),
          "Get Log Page",            {0x02, 0xFFFFFFFF, 0x008C0006, 0, 0, 0, 0, 0, FROM, 564}},
         {"of a namespace",          getLogPage({.logPage = 0x02, .nsid = 1, .bytes = 512}),
-         "Get Log Page",            {0x02, 1, 0x007F0002, 0, 0, 0, 0, 0, FROM, 512}},
+         "Get Log Page",            {0x02, 1, 0x007F8002, 0, 0, 0, 0, 0, FROM, 512}},
         {"last that fits 16 bits",  getLogPage({.logPage = 0x07, .bytes = 0x40000}),
          "Get Log Page",            {0x02, 0xFFFFFFFF, 0xFFFF0007, 0, 0, 0, 0, 0, FROM, 0x40000}},
         {"first beyond 16 bits",    getLogPage({.logPage = 0x07, .bytes = 0x40004}),
@@ -80,13 +80,23 @@ TEST(AdminCommands, AskForPartsOfLogPages) {
          "Get Log Page",            {0x02, 0xFFFFFFFF, 0x007F0007, 0, 0x89ABCDEC, 0x01234567, 0, 0, FROM, 512}},
         {"log specific field",      getLogPage({.logPage = 0x07, .bytes = 4, .logSpecificField = 0x0F}),
          "Get Log Page",            {0x02, 0xFFFFFFFF, 0x00000F07, 0, 0, 0, 0, 0, FROM, 4}},
-        {"event retained",          getLogPage({.logPage = 0x01, .bytes = 4, .retainAsynchronousEvent = true}),
-         "Get Log Page",            {0x02, 0xFFFFFFFF, 0x00008001, 0, 0, 0, 0, 0, FROM, 4}},
+        {"event cleared",           getLogPage({.logPage = 0x01, .bytes = 4, .retainAsynchronousEvent = false}),
+         "Get Log Page",            {0x02, 0xFFFFFFFF, 0x00000001, 0, 0, 0, 0, 0, FROM, 4}},
         {"log specific identifier", getLogPage({.logPage = 0x09, .bytes = 0x40004, .logSpecificIdentifier = 0xBEEF}),
          "Get Log Page",            {0x02, 0xFFFFFFFF, 0x00000009, 0xBEEF0001, 0, 0, 0, 0, FROM, 0x40004}},
         {"UUID",                    getLogPage({.logPage = 0xC0, .bytes = 4, .uuidIndex = 0x7F}),
          "Get Log Page",            {0x02, 0xFFFFFFFF, 0x000000C0, 0, 0, 0, 0x7F, 0, FROM, 4}},
     });
+}
+
+TEST(AdminCommands, RetainTheEventsOfLogPagesThatHaveSome) {
+    std::vector<unsigned> retaining;
+    for (unsigned page = 0; page <= 0xFF; ++page) {
+        const auto request = getLogPage({.logPage = static_cast<std::uint8_t>(page), .bytes = 4});
+        if ((request.getFields().cdw10 & 0x8000U) != 0) retaining.push_back(page);
+    }
+    EXPECT_EQ(retaining, (std::vector<unsigned>{0x01, 0x02, 0x03, 0x04, 0x08, 0x0B, 0x0C, 0x0E,
+                                                0x0F, 0x80, 0x81}));
 }
 
 TEST(AdminCommands, LeaveTheAlignmentOfAnOffsetToTheDrive) {

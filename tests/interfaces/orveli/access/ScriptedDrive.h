@@ -77,6 +77,13 @@ public:
     /// What the path says of partitions; none unless told otherwise.
     void onPartitionCheck(core::Status status) { script->partitions = std::move(status); }
 
+    /// As the identification finds it.
+    void setNorvo(bool isNorvo) {
+        core::Attribute maker = features::device_attributes::Norvo();
+        maker.setValue(isNorvo);
+        device->setAttribute(maker);
+    }
+
     std::vector<SentNvme>& sentNvme() { return script->sentNvme; }
 
     std::vector<SentAta>& sentAta() { return script->sentAta; }

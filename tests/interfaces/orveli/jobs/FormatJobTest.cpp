@@ -238,6 +238,78 @@ TEST(FormatJob, NeedsADriveThatFormats) {
               "Failed to format drive. No namespace is attached to the controller.");
 }
 
+TEST(FormatJob, NeverReachesDetachedNamespacesWithTheOnlyAttachedOne) {
+    struct Row {
+        const char* type;
+        std::uint8_t fna;
+        int code;
+    };
+
+    constexpr Row ROWS[] = {{"NVMeFormat", 0x01, 171},
+                            {"Delete", 0x01, 171},
+                            {"NVMeFormat", 0x02, 0},
+                            {"Delete", 0x02, 171}};
+    for (const Row& row : ROWS) {
+        SCOPED_TRACE(std::string(row.type) + " " + std::to_string(row.fna));
+        ScriptedDrive drive = nvmeDrive({1});
+        drive.onNvme(IDENTIFY, 0x01, {{.data = identifyController(0x0A, row.fna)}});
+        drive.onNvme(IDENTIFY, 0x10, {{.data = list({1, 3})}});
+        drive.onNvme(FORMAT_NVM, 0x00, {{}});
+        EXPECT_EQ(run(drive, {{"Type", row.type}, {"NamespaceId", "1"}}).status.getCode(),
+                  row.code);
+        EXPECT_EQ(formats(drive).empty(), row.code != 0);
+        // With nothing else on the drive there is nothing to lose.
+        drive.onNvme(IDENTIFY, 0x10, {{.data = list({1})}});
+        EXPECT_EQ(run(drive, {{"Type", row.type}, {"NamespaceId", "1"}}).output, SUCCESS);
+    }
+}
+
+TEST(FormatJob, TellsWhichDetachedNamespacesItHasReachedBesides) {
+    struct Row {
+        const char* type;
+        std::uint8_t fna;
+        const char* told;
+    };
+
+    constexpr Row ROWS[] = {{"NVMeFormat", 0x00, nullptr},         {"Delete", 0x00, "NotDeleted"},
+                            {"NVMeFormat", 0x01, "AlsoFormatted"}, {"Delete", 0x01, "AlsoDeleted"},
+                            {"NVMeFormat", 0x02, nullptr},         {"Delete", 0x02, "AlsoDeleted"}};
+    for (const Row& row : ROWS) {
+        SCOPED_TRACE(std::string(row.type) + " " + std::to_string(row.fna));
+        ScriptedDrive drive = nvmeDrive({1, 2});
+        drive.onNvme(IDENTIFY, 0x01, {{.data = identifyController(0x0A, row.fna)}});
+        drive.onNvme(IDENTIFY, 0x10, {{.data = list({1, 2, 3, 7})}});
+        drive.onNvme(FORMAT_NVM, 0x00, {{}});
+        const std::string expected =
+            row.told == nullptr
+                ? SUCCESS
+                : std::string(R"(<Object><Object key="SERIAL1" name="Format">)"
+                              R"(<Property name="Status" value="Completed successfully."/>)"
+                              R"(<Property name=")") +
+                      row.told +
+                      R"(" value="Namespaces that are not attached to the )"
+                      R"(controller: 3, 7"/></Object></Object>)";
+        EXPECT_EQ(run(drive, {{"Type", row.type}}).output, expected);
+        EXPECT_EQ(formats(drive).size(), 1U);
+    }
+}
+
+TEST(FormatJob, FormatsNothingByAListThatMakesNoSense) {
+    ScriptedDrive drive = nvmeDrive({1, 3, 2});
+    drive.onNvme(FORMAT_NVM, 0x00, {{}});
+    expectCode(run(drive, {{"Type", "Delete"}}), 33);
+
+    // As many as a list can have, and the next one begins anew.
+    Payload full(4096);
+    for (std::uint32_t i = 0; i < 1024; ++i) {
+        *full[4 * i] = static_cast<std::uint8_t>(i + 1);
+        *full[4 * i + 1] = static_cast<std::uint8_t>((i + 1) >> 8U);
+    }
+    drive.onNvme(IDENTIFY, 0x02, {{.data = full}, {.data = list({1})}});
+    expectCode(run(drive, {{"Type", "Delete"}}), 33);
+    EXPECT_TRUE(formats(drive).empty());
+}
+
 TEST(FormatJob, NeverFormatsMoreNamespacesThanItWasAskedTo) {
     ScriptedDrive drive = nvmeDrive({1, 2});
     drive.onNvme(FORMAT_NVM, 0x00, {{}});
@@ -604,7 +676,7 @@ TEST(FormatJob, TellsOfAPasswordThatTheDriveMayHaveTakenWithoutAnAnswer) {
     drive.onAta(0xEC, 0, 0, {{.data = identifyDevice(0, SECURITY)}, {.pathStatus = IO_ERROR}});
     EXPECT_EQ(run(drive, {{"Type", "ATASecureErase"}}).status.toString(),
               "Category: 1\nCode: 5\nMessage: Input/output error. The drive may have kept the user "
-              "password \"tavik\", which was set for the erase.");
+              "password 'tavik', which was set for the erase.");
 }
 
 TEST(FormatJob, MeetsNoDriveThatNobodyNamed) {

@@ -115,7 +115,7 @@ TEST(HealthMetricsJob, ReadsOnlyTheLogPagesThatAreAskedFor) {
     EXPECT_EQ(ask(drive, {"crcerrorcount", "Humidity"}),
               "[Health Sensors N1]\n CrcErrorCount=11\n Humidity=Property not found\n");
     ASSERT_EQ(drive.sentNvme().size(), 1U);
-    EXPECT_EQ(drive.sentNvme()[0].fields.cdw10, 0x007F80CAU);
+    EXPECT_EQ(drive.sentNvme()[0].fields.cdw10, 0x007F00CAU);
 }
 
 TEST(HealthMetricsJob, AnswersWithWhatTheRequestNames) {

@@ -252,6 +252,7 @@ TEST(IdentifyJob, RefusesStructuresAndNamespacesThatThereAreNot) {
         {structure("17") + namespaceId(""),           80},
         {structure("17") + namespaceId("x"),          80},
         {structure("17") + namespaceId("0"),          80},
+        {structure("17") + namespaceId("0xZ1"),       80},
         {structure("17") + namespaceId("4294967295"), 80},
         {structure("17") + namespaceId("4294967297"), 80},
         {structure("17") + namespaceId("7"),          80},

@@ -130,6 +130,8 @@ Reply addressed(std::uint64_t lba) {
 
 class MaxAddress : public testing::Test {
 protected:
+    MaxAddress() { nvmeDrive.setNorvo(true); }
+
     std::string setMaximum(const std::string& value) {
         return set<MaxAddressJob>(drive, {"MaximumLBA", "string", value});
     }
@@ -150,9 +152,9 @@ protected:
         drive.onAta(ACCESSIBLE_MAX, 0, 0, {addressed(NATIVE)});
     }
 
-    /// An NVMe drive whose namespace 1 has LBA format 1 of this size.
+    /// An NVMe drive whose namespace 1 has LBA format 1 of this size, and then so many blocks.
     void onNvmeDrive(std::uint64_t native, std::uint8_t exponent, std::uint8_t metadata,
-                     std::deque<Reply> readings) {
+                     std::uint64_t blocksAfter = 0) {
         Reply controller;
         controller.data = core::Payload(4096);
         *controller.data[520] = 0x10;
@@ -164,20 +166,20 @@ protected:
         *space.data[132] = metadata;
         *space.data[134] = exponent;
         nvmeDrive.onNvme(0x06, 0x01, {controller});
-        nvmeDrive.onNvme(0x06, 0x00, {space});
+        Reply changed;
+        changed.data = core::Payload(space.data.data(), space.data.size());
+        for (std::uint32_t i = 0; i < 8; ++i)
+            *changed.data[i] = static_cast<std::uint8_t>(blocksAfter >> (8 * i));
+        Reply saveable;
+        saveable.dword0 = 0x05;
+        nvmeDrive.onNvme(0x06, 0x00, {space, changed});
         nvmeDrive.onNvme(0x09, 0xC1, {Reply{}});
-        nvmeDrive.onNvme(0x0A, 0xC1, std::move(readings));
+        nvmeDrive.onNvme(0x0A, 0xC1, {saveable});
     }
 
     ScriptedDrive drive{"ATA"};
     ScriptedDrive nvmeDrive{"NVMe Admin"};
 };
-
-Reply dword(std::uint32_t value) {
-    Reply reply;
-    reply.dword0 = value;
-    return reply;
-}
 
 TEST_F(MaxAddress, IsSetByAccessibleMaxAddressConfiguration) {
     onAccessibleMaxAddress(750162470);
@@ -211,6 +213,13 @@ TEST_F(MaxAddress, OlderDrivesHaveAHostProtectedArea) {
     const protocols::ata::TaskFile setting{0, 1, 4096, 0x40, 0x37, true};
     EXPECT_EQ(drive.sentAta()[1].taskFile, reading);
     EXPECT_EQ(drive.sentAta()[2].taskFile, setting);
+}
+
+TEST_F(MaxAddress, NvmeDrivesOfOtherMakersHaveNoSuchFeature) {
+    onNvmeDrive(1000, 9, 0, 1001);
+    nvmeDrive.setNorvo(false);
+    EXPECT_EQ(setNvmeMaximum("native"), NOT_A_NORVO_SSD);
+    EXPECT_TRUE(nvmeDrive.sentNvme().empty());
 }
 
 TEST_F(MaxAddress, ADriveWithNeitherIsNotSupported) {
@@ -282,7 +291,7 @@ TEST_F(MaxAddress, APathThatFailsIsNoRefusalOfTheDrive) {
 }
 
 TEST_F(MaxAddress, NvmeDrivesTakeItAsAFeatureThatIsSaved) {
-    onNvmeDrive(6251233967, 9, 0, {dword(0x05), dword(0xFFFFFFFF)});
+    onNvmeDrive(6251233967, 9, 0, 4294967296);
     EXPECT_EQ(setNvmeMaximum("4294967295"), DONE);
     ASSERT_EQ(nvmeDrive.sentNvme().size(), 6U);
     EXPECT_EQ(nvmeDrive.sentNvme()[0].fields.nsid, 1U);
@@ -293,10 +302,12 @@ TEST_F(MaxAddress, NvmeDrivesTakeItAsAFeatureThatIsSaved) {
     EXPECT_EQ(setting.cdw10, 0x800000C1U);
     EXPECT_EQ(setting.cdw11, 0xFFFFFFFFU);
     EXPECT_EQ(setting.cdw12, 0U);
+    EXPECT_EQ(nvmeDrive.sentNvme()[5].fields.opcode, 0x06);
+    EXPECT_EQ(nvmeDrive.sentNvme()[5].fields.nsid, 1U);
 
     // 6251233967 is 1749A42AFh.
     nvmeDrive.sentNvme().clear();
-    onNvmeDrive(6251233967, 9, 0, {dword(0x05), dword(0x749A42AF)});
+    onNvmeDrive(6251233967, 9, 0, 6251233968);
     EXPECT_EQ(setNvmeMaximum("3200GB"), DONE);
     ASSERT_EQ(nvmeDrive.sentNvme().size(), 6U);
     EXPECT_EQ(nvmeDrive.sentNvme()[4].fields.cdw11, 0x749A42AFU);
@@ -304,56 +315,72 @@ TEST_F(MaxAddress, NvmeDrivesTakeItAsAFeatureThatIsSaved) {
 }
 
 TEST_F(MaxAddress, ANativeMaximumCountsBlocksOf512BytesInAnyFormat) {
-    onNvmeDrive(781404247, 12, 0, {dword(0x05), dword(97675530)});
+    onNvmeDrive(781404247, 12, 0, 97675531);
     EXPECT_EQ(setNvmeMaximum("native"), DONE);
     EXPECT_EQ(nvmeDrive.sentNvme()[4].fields.cdw11, 97675530U);
     EXPECT_EQ(setNvmeMaximum("97675531"), INVALID_VALUE);
 
     // Seven blocks of 512 bytes at the end are no block of 4096.
     nvmeDrive.sentNvme().clear();
-    onNvmeDrive(781404254, 12, 0, {dword(0x05), dword(97675530)});
+    onNvmeDrive(781404254, 12, 0, 97675531);
     EXPECT_EQ(setNvmeMaximum("100%"), DONE);
 
     // Metadata doesn't count.
     nvmeDrive.sentNvme().clear();
-    onNvmeDrive(1000, 9, 8, {dword(0x05), dword(1000)});
+    onNvmeDrive(1000, 9, 8, 1001);
     EXPECT_EQ(setNvmeMaximum("native"), DONE);
 }
 
 TEST_F(MaxAddress, GigabytesFollowTheFormatOfTheFirstNamespace) {
-    onNvmeDrive(781404247, 12, 0, {dword(0x05), dword(12212045)});
+    onNvmeDrive(781404247, 12, 0, 12212046);
     EXPECT_EQ(setNvmeMaximum("50GB"), DONE);
     EXPECT_EQ(nvmeDrive.sentNvme()[4].fields.cdw11, 12212045U);
     for (const std::uint8_t metadata : std::initializer_list<std::uint8_t>{8, 16, 64}) {
-        onNvmeDrive(781404247, 9, metadata, {dword(0)});
+        onNvmeDrive(781404247, 9, metadata);
         EXPECT_EQ(setNvmeMaximum("50GB"), INVALID_SECTOR_SIZE);
     }
-    onNvmeDrive(781404247, 10, 0, {dword(0)});
+    onNvmeDrive(781404247, 10, 0);
     EXPECT_EQ(setNvmeMaximum("50GB"), INVALID_SECTOR_SIZE);
 }
 
 TEST_F(MaxAddress, AnNvmeDriveWithoutANativeSizeOrAFirstNamespaceIsNotSupported) {
     for (const std::uint64_t native : {std::uint64_t{0}, UINT64_MAX}) {
-        onNvmeDrive(native, 9, 0, {dword(0)});
+        onNvmeDrive(native, 9, 0);
         EXPECT_EQ(setNvmeMaximum("native"), NOT_SUPPORTED_BY_DRIVE);
     }
-    onNvmeDrive(6, 12, 0, {dword(0)});
+    onNvmeDrive(6, 12, 0);
     EXPECT_EQ(setNvmeMaximum("native"), NOT_SUPPORTED_BY_DRIVE);
     for (const std::uint8_t exponent : std::initializer_list<std::uint8_t>{0, 8, 32, 255}) {
-        onNvmeDrive(1000, exponent, 0, {dword(0)});
+        onNvmeDrive(1000, exponent, 0);
         EXPECT_EQ(setNvmeMaximum("native"), NOT_SUPPORTED_BY_DRIVE);
     }
 }
 
 TEST_F(MaxAddress, AnNvmeDriveMayKeepItsSizeOrRefuse) {
-    onNvmeDrive(1000, 9, 0, {dword(0x05), dword(999)});
+    onNvmeDrive(1000, 9, 0, 1000);
     EXPECT_EQ(setNvmeMaximum("native"), VALUE_NOT_TAKEN);
+    // The lower halves are the same.
+    onNvmeDrive(6251233967, 9, 0, 1956266672);
+    EXPECT_EQ(setNvmeMaximum("native"), VALUE_NOT_TAKEN);
+    onNvmeDrive(1000, 9, 0, 1001);
     Reply refused;
     refused.nvmeStatus = {0, 0x80};
     nvmeDrive.onNvme(0x09, 0xC1, {refused});
     EXPECT_EQ(setNvmeMaximum("native"),
               "0/25 NVMe command reported a problem. Set Features: LBA Out of Range. A drive takes "
               "it while namespace 1 is its only one.");
+}
+
+TEST_F(MaxAddress, ASizeThatCannotBeReadBackIsNoRefusalOfTheChange) {
+    onNvmeDrive(1000, 9, 0);
+    Reply space;
+    space.data = core::Payload(4096);
+    *space.data[130] = 9;
+    Reply refused;
+    refused.nvmeStatus = {0, 0x06};
+    nvmeDrive.onNvme(0x06, 0x00, {space, refused});
+    EXPECT_EQ(setNvmeMaximum("native"),
+              "0/25 NVMe command reported a problem. Identify: Internal Error.");
 }
 
 TEST_F(MaxAddress, IsNeitherForRaidMembersNorForDrivesWithPartitions) {

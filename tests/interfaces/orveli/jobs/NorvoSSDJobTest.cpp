@@ -445,29 +445,28 @@ TEST(NorvoSSDJob, SaysWhatKindOfWorkloadTellsNothing) {
         "Ensure that workloads run for an hour or more for valid calculations.";
 
     struct Row {
-        int wearLow;
-        int wearHigh;
+        std::initializer_list<int> wear;
         int minutes;
         std::string value;
     };
 
     // clang-format off
     const Row rows[] = {
-    //   wear        minutes value
-        {0xFF, 0xFF, 90,     reset},
-        {0x10, 0x00, 59,     reset},
-        {0x00, 0x00, 59,     reset},
-        {0x00, 0x00, 60,     noWear},
-        {0x00, 0x64, 60,     "0.00 years"},
-        {0x01, 0x00, 60,     "11.69 years"},
+    //   wear    minutes value
+        {{0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF}, 90, reset},
+        {{0x10},       59, reset},
+        {{0x00},       59, reset},
+        {{0x00},       60, noWear},
+        {{0x00, 0x64}, 60, "0.00 years"},
+        {{0x01},       60, "11.69 years"},
+        {{0xFF, 0xFF}, 90, "0.00 years"},  // worn by 64 %
     };
     // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.value);
         ScriptedDrive drive = nvmeDrive();
-        drive.onNvme(
-            GET_LOG_PAGE, HEALTH_STATISTICS,
-            {{.data = structure(512, {{40, {row.wearLow, row.wearHigh}}, {56, {row.minutes}}})}});
+        drive.onNvme(GET_LOG_PAGE, HEALTH_STATISTICS,
+                     {{.data = structure(512, {{40, row.wear}, {56, {row.minutes}}})}});
         EXPECT_EQ(valueOf(drive, "EnduranceAnalyzer"), row.value);
     }
 }

@@ -28,6 +28,7 @@ std::string eyeDiagram(const std::string& arguments) {
 /// Keeps three entries of error information, and takes 4096 bytes at once.
 ScriptedDrive nvmeDrive() {
     ScriptedDrive drive("NVMe Admin");
+    drive.setNorvo(true);
     drive.onNvme(IDENTIFY, 0x01, {{.data = bytesOf(4096, {{77, "01"}, {262, "02"}})}});
     return drive;
 }
@@ -100,7 +101,18 @@ TEST(NvmeLogJob, ShowsEachEntryOfErrorInformationThatCounts) {
                 R"(<Property name="CommandSpecificInformation" value="255"/>)"
                 R"(<Property name="TransportTypeSpecificInformation" value="9"/>)"
                 R"(</Object></Object>)"));
-    EXPECT_EQ(drive.sentNvme().back().fields.cdw10, 0x002F0001U);
+    EXPECT_EQ(drive.sentNvme().back().fields.cdw10, 0x002F8001U);
+}
+
+TEST(NvmeLogJob, ShowsAsManyErrorsAsADriveWithoutOffsetsGivesAtOnce) {
+    ScriptedDrive drive("NVMe Admin");
+    drive.onNvme(IDENTIFY, 0x01, {{.data = bytesOf(4096, {{77, "01"}, {262, "FF"}})}});
+    drive.onNvme(GET_LOG_PAGE, 0x01, {{.data = bytesOf(8192, {{8128, "09"}})}});
+    NvmeLogJob job;
+    const std::string output = runJob(job, oneLog("1"), {drive.getDevice()}).output;
+    EXPECT_NE(output.find(property("NumberOfEntries", "1")), std::string::npos) << output;
+    ASSERT_EQ(drive.sentNvme().size(), 2U);
+    EXPECT_EQ(drive.sentNvme()[1].fields.cdw10, 0x07FF8001U);
 }
 
 TEST(NvmeLogJob, SplitsNoLocationOfAnErrorThatIsAboutNoParameter) {
@@ -234,17 +246,19 @@ TEST(NvmeLogJob, OfAllLogsLeavesOutThoseOfTheVendorThatTheDriveDoesNotHave) {
     ScriptedDrive drive = nvmeDrive();
     for (const int page : {0x01, 0x02, 0x03, 0xCB})
         drive.onNvme(GET_LOG_PAGE, static_cast<std::uint8_t>(page), {{.data = bytesOf(512)}});
-    drive.onNvme(GET_LOG_PAGE, 0xC5, {{.nvmeStatus = INVALID_LOG_PAGE}});
-    NvmeLogJob job;
-    const std::string output = runJob(job, ALL_LOGS, {drive.getDevice()}).output;
-    std::size_t at = 0;
-    for (const char* const name :
-         {"ErrorInfo", "SmartHealthInfo", "FirmwareSlotInfo", "QueueMetrics"}) {
-        at = output.find(std::string("<Object name=\"") + name + '"', at);
-        EXPECT_NE(at, std::string::npos) << name;
+    for (const auto& refusal : {INVALID_LOG_PAGE, INVALID_FIELD}) {
+        drive.onNvme(GET_LOG_PAGE, 0xC5, {{.nvmeStatus = refusal}});
+        NvmeLogJob job;
+        const std::string output = runJob(job, ALL_LOGS, {drive.getDevice()}).output;
+        std::size_t at = 0;
+        for (const char* const name :
+             {"ErrorInfo", "SmartHealthInfo", "FirmwareSlotInfo", "QueueMetrics"}) {
+            at = output.find(std::string("<Object name=\"") + name + '"', at);
+            EXPECT_NE(at, std::string::npos) << name;
+        }
+        EXPECT_EQ(output.find("TemperatureStatistics"), std::string::npos);
+        EXPECT_EQ(output.find("status"), std::string::npos);
     }
-    EXPECT_EQ(output.find("TemperatureStatistics"), std::string::npos);
-    EXPECT_EQ(output.find("status"), std::string::npos);
 }
 
 TEST(NvmeLogJob, FailsForALogThatTheDriveDoesNotHave) {
@@ -254,6 +268,19 @@ TEST(NvmeLogJob, FailsForALogThatTheDriveDoesNotHave) {
     NvmeLogJob job;
     expectFailure(job, oneLog("197"), drive, 10, 3);
     expectFailure(job, ALL_LOGS, drive, 10, 3);
+}
+
+TEST(NvmeLogJob, AsksNoDriveOfAnotherMakerForTheVendorsLogs) {
+    ScriptedDrive drive = nvmeDrive();
+    drive.setNorvo(false);
+    for (const int page : {0x01, 0x02, 0x03, 0xC5, 0xCB})
+        drive.onNvme(GET_LOG_PAGE, static_cast<std::uint8_t>(page), {{.data = bytesOf(512)}});
+    NvmeLogJob job;
+    expectFailure(job, oneLog("197"), drive, 10, 1);
+    EXPECT_TRUE(drive.sentNvme().empty());
+    const std::string output = runJob(job, ALL_LOGS, {drive.getDevice()}).output;
+    EXPECT_NE(output.find("FirmwareSlotInfo"), std::string::npos);
+    EXPECT_EQ(drive.sentNvme().size(), 4U);
 }
 
 TEST(NvmeLogJob, RefusesOtherLogsAndOtherDrives) {
@@ -363,6 +390,15 @@ TEST(EyeDiagramJob, TellsWhatIsWrongInAStatus) {
         EXPECT_NE(output.find(property("Code", row.code)), std::string::npos) << output;
         EXPECT_EQ(output.find("Row"), std::string::npos);
     }
+}
+
+TEST(EyeDiagramJob, DrivesOfOtherMakersHaveNone) {
+    EyeDiagramJob job;
+    ScriptedDrive drive = nvmeDrive();
+    drive.setNorvo(false);
+    const std::string output = runJob(job, eyeDiagram(""), {drive.getDevice()}).output;
+    EXPECT_NE(output.find(property("Code", "1")), std::string::npos) << output;
+    EXPECT_TRUE(drive.sentNvme().empty());
 }
 
 TEST(EyeDiagramJob, SataDrivesHaveNone) {

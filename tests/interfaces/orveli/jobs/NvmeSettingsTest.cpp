@@ -63,6 +63,8 @@ Reply latencyPage(std::uint8_t version, std::uint16_t number, const std::vector<
 
 class NvmeSettings : public testing::Test {
 protected:
+    NvmeSettings() { drive.setNorvo(true); }
+
     /// A drive that can save features, of which the one in question is saveable or not.
     void onFeature(std::uint8_t feature, std::deque<Reply> readings, std::uint8_t oncs = 0x10) {
         Reply controller;
@@ -401,6 +403,21 @@ TEST_F(NvmeSettings, ALatencyPageHasAtMostThirtyOneBuckets) {
 }
 
 // All.
+
+TEST_F(NvmeSettings, OtherMakersDrivesHaveFeaturesOfTheStandardOnly) {
+    drive.setNorvo(false);
+    EXPECT_EQ(set<PowerGovernorJob>(drive, {"PowerGovernorMode", "uint32", "1"}), NOT_A_NORVO_SSD);
+    EXPECT_EQ(set<NvmeFeaturesJob>(drive, {"SMBusAddress", "uint32", "1"}), NOT_A_NORVO_SSD);
+    EXPECT_EQ(set<NvmeFeaturesJob>(drive, {"ResetCRCError", "boolean", "True"}), NOT_A_NORVO_SSD);
+    EXPECT_EQ(set<EnduranceAnalyzerJob>(drive, {"EnduranceAnalyzer", "string", "reset"}),
+              NOT_A_NORVO_SSD);
+    EXPECT_EQ(set<LatencyTrackingJob>(drive, {"LatencyTrackingEnabled", "boolean", "True"}),
+              NOT_A_NORVO_SSD);
+    EXPECT_EQ(statistics(drive), NOT_A_NORVO_SSD);
+    EXPECT_EQ(sent(), Lines());
+    onFeature(0x04, {dword(0x05), dword(353)});
+    EXPECT_EQ(set<NvmeFeaturesJob>(drive, {"TempThreshold", "sint32", "80"}), DONE);
+}
 
 TEST_F(NvmeSettings, SataDrivesAreRefused) {
     EXPECT_EQ(set<NvmeFeaturesJob>(sataDrive, {"TempThreshold", "sint32", "70"}),

@@ -45,8 +45,8 @@ Reply unreachable() {
     return reply;
 }
 
-/// IDENTIFY DEVICE data with these words, and with what makes all of them valid, of a drive that has
-/// SCT unless they say otherwise.
+/// IDENTIFY DEVICE data with these words, and with what makes all of them valid, of a drive that
+/// has SCT unless they say otherwise.
 Reply identified(const std::map<std::uint32_t, std::uint16_t>& own) {
     Reply reply;
     reply.data = core::Payload(512);
@@ -61,6 +61,8 @@ Reply identified(const std::map<std::uint32_t, std::uint16_t>& own) {
 
 class SataSettings : public testing::Test {
 protected:
+    SataSettings() { drive.setNorvo(true); }
+
     void onSct(std::deque<Reply> replies) {
         drive.onAta(SMART, SMART_WRITE_LOG, SCT, std::move(replies));
     }
@@ -559,6 +561,25 @@ TEST_F(SataSettings, ADriveThatSaysThatItLacksAnSctCommandIsNotAskedForIt) {
     EXPECT_EQ(set<SctFeatureControlJob>(drive, {"PLITestTimeInterval", "uint16", "1"}), DONE);
     onIdentify({identified({{206, 0x0009}})});
     EXPECT_EQ(set<ErrorRecoveryControlJob>(drive, {"ReadErrorRecoveryTimer", "uint16", "1"}), DONE);
+}
+
+TEST_F(SataSettings, OtherMakersDrivesHaveFeaturesOfTheStandardOnly) {
+    drive.setNorvo(false);
+    EXPECT_EQ(set<PhyConfigJob>(drive, {"PhyConfig", "uint16", "1"}), NOT_A_NORVO_SSD);
+    EXPECT_EQ(set<PhySpeedJob>(drive, {"PhySpeed", "string", "3"}), NOT_A_NORVO_SSD);
+    EXPECT_EQ(set<SpreadSpectrumClockingJob>(drive, {"SSCEnabled", "boolean", "True"}),
+              NOT_A_NORVO_SSD);
+    EXPECT_EQ(set<SctFeatureControlJob>(drive, {"PhysicalSectorSize", "uint16", "512"}),
+              NOT_A_NORVO_SSD);
+    EXPECT_EQ(set<SctFeatureControlJob>(drive, {"PLITestTimeInterval", "uint16", "1"}),
+              NOT_A_NORVO_SSD);
+    EXPECT_EQ(set<PowerGovernorJob>(drive, {"PowerGovernorMode", "uint32", "1"}), NOT_A_NORVO_SSD);
+    EXPECT_EQ(set<EnduranceAnalyzerJob>(drive, {"EnduranceAnalyzer", "string", "reset"}),
+              NOT_A_NORVO_SSD);
+    EXPECT_TRUE(drive.sentAta().empty());
+    EXPECT_NE(set<SctFeatureControlJob>(drive, {"TemperatureLoggingInterval", "uint16", "1"}),
+              NOT_A_NORVO_SSD);
+    EXPECT_EQ(drive.sentAta().size(), 1U);
 }
 
 TEST_F(SataSettings, OtherPropertiesAndOtherDrivesAreRefused) {

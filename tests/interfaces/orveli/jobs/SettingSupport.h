@@ -17,6 +17,7 @@ inline constexpr const char* DONE_AFTER_POWER_CYCLE =
     "0/0 Completed successfully. Power cycle the drive to apply the change.";
 inline constexpr const char* NOT_SUPPORTED_BY_DRIVE =
     "10/3 The selected drive does not support this feature.";
+inline constexpr const char* NOT_A_NORVO_SSD = "10/1 Drive is not an Norvo SSD.";
 inline constexpr const char* INVALID_PROPERTY = "10/36 Invalid property specified.";
 inline constexpr const char* INVALID_SCT_FEATURE = "10/56 Invalid SCT Feature Control command.";
 inline constexpr const char* VALUE_NOT_TAKEN =

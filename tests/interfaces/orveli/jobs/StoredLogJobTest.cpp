@@ -24,16 +24,18 @@ std::string gpl(const std::string& arguments) {
     return R"(<Object name="GPL" type="Method">)" + arguments + "</Object>";
 }
 
-/// An NVMe drive with a limit of 4096 bytes for a transfer.
-ScriptedDrive nvmeDrive() {
+/// An NVMe drive with a limit of 8192 bytes for a transfer. Bit 2 of LPA: it knows offsets.
+ScriptedDrive nvmeDrive(const std::string& mdts = "01", const std::string& lpa = "04") {
     ScriptedDrive drive("NVMe Admin");
-    drive.onNvme(IDENTIFY, 0x01, {{.data = bytesOf(4096, {{77, "01"}})}});
+    drive.setNorvo(true);
+    drive.onNvme(IDENTIFY, 0x01, {{.data = bytesOf(4096, {{77, mdts}, {261, lpa}})}});
     return drive;
 }
 
 /// A SATA drive with two pages of Nlog, one of event log and 300 pages at address B0h.
 ScriptedDrive sataDrive() {
     ScriptedDrive drive("ATA");
+    drive.setNorvo(true);
     drive.onAta(
         READ_LOG_EXT, 0, 0x00,
         {{.data = bytesOf(512, {{0, "0100"}, {320, "0200"}, {322, "0100"}, {352, "2C01"}})}});
@@ -73,6 +75,31 @@ TEST(StoredLogJob, ReadsALogOfAnNvmeDriveInPiecesThatTheDriveTakes) {
     EXPECT_EQ(drive.sentNvme()[2].fields.cdw12, 0U);
     EXPECT_EQ(drive.sentNvme()[3].fields.cdw10, 0x007F00C0U);
     EXPECT_EQ(drive.sentNvme()[3].fields.cdw12, 8192U);
+}
+
+TEST(StoredLogJob, ReadsALogAtOnceFromANvmeDriveWithoutOffsets) {
+    struct Row {
+        const char* mdts;
+        const char* length;  ///< in the log's header
+        std::uint32_t bytes;
+        std::int32_t code;
+    };
+
+    constexpr Row ROWS[] = {
+        {"01", "00200000", 8192, 0},  {"01", "00220000", 8704, 3},  {"00", "00400000", 16384, 0},
+        {"00", "00420000", 16896, 3}, {"05", "00400000", 16384, 0}, {"05", "00420000", 16896, 3},
+    };
+    for (const Row& row : ROWS) {
+        SCOPED_TRACE(std::string(row.mdts) + " " + row.length);
+        ScriptedDrive drive = nvmeDrive(row.mdts, "FB");
+        drive.onNvme(GET_LOG_PAGE, 0xC0,
+                     {{.data = bytesOf(512, {{0, "4E4C4F47"}, {8, row.length}})},
+                      {.data = bytesOf(row.bytes, {{0, "4E4C4F47"}, {8, row.length}})}});
+        NlogJob job;
+        EXPECT_EQ(runJob(job, NLOG, {drive.getDevice()}).status.getCode(), row.code);
+        EXPECT_EQ(drive.sentNvme().size(), row.code == 0 ? 3U : 2U);
+        EXPECT_EQ(drive.sentNvme().back().fields.cdw12, 0U);
+    }
 }
 
 TEST(StoredLogJob, ReadsALogOfASataDrive) {
@@ -144,6 +171,18 @@ TEST(StoredLogJob, ADriveWithoutTheLogDoesNotSupportIt) {
     expectFailure(job, ASSERT_LOG, nvme, 10, 3);
 }
 
+TEST(StoredLogJob, DrivesOfOtherMakersAreNotAskedForIt) {
+    ScriptedDrive sata = sataDrive();
+    ScriptedDrive nvme = nvmeDrive();
+    sata.setNorvo(false);
+    nvme.setNorvo(false);
+    NlogJob job;
+    expectFailure(job, NLOG, sata, 10, 1);
+    expectFailure(job, NLOG, nvme, 10, 1);
+    EXPECT_TRUE(sata.sentAta().empty());
+    EXPECT_TRUE(nvme.sentNvme().empty());
+}
+
 TEST(StoredLogJob, AnotherRefusalIsToldInTheDrivesWords) {
     ScriptedDrive drive = nvmeDrive();
     drive.onNvme(GET_LOG_PAGE, 0xC0, {{.nvmeStatus = {0, 0x06}}});
@@ -164,6 +203,7 @@ TEST(StoredLogJob, AFailureOfOneDriveOfSeveralStandsInItsObject) {
     ScriptedDrive good = nvmeDrive();
     good.onNvme(GET_LOG_PAGE, 0xC0, {{.data = bytesOf(512, {{0, "4E4C4F47"}, {8, "00020000"}})}});
     ScriptedDrive bad("NVMe Admin", "SERIAL2");
+    bad.setNorvo(true);
     bad.onNvme(IDENTIFY, 0x01, {{.data = bytesOf(4096)}});
     bad.onNvme(GET_LOG_PAGE, 0xC0, {{.data = bytesOf(512)}});
     NlogJob job;
