@@ -31,9 +31,12 @@ constexpr const char* POWER_CYCLE = "power-cycle";
 
 constexpr std::size_t MAX_FILE_SIZE = LONGEST_JSON;
 
-/// The row with the file, and what is wrong with it, behind its text.
+/// The row with the file, and what is wrong with it, behind its text. Quotation marks become single
+/// ones: a tool may quote the message without escaping it.
 core::Status about(core::Status row, const std::string& file, const std::string& problem) {
-    row.setMessage(row.getMessage() + " " + file + ": " + problem);
+    std::string words = file + ": " + problem;
+    std::replace(words.begin(), words.end(), '"', '\'');
+    row.setMessage(row.getMessage() + " " + words);
     return row;
 }
 

@@ -15,11 +15,13 @@ namespace {
 
 constexpr std::size_t PAIR = 2;
 
-/// What a message has of foreign text: one line of moderate length.
+/// What a message has of foreign text: one line of moderate length, without the quotation marks
+/// that the message may be put into.
 std::string shortened(std::string_view text) {
     constexpr std::size_t LONGEST = 40;
     std::string shown(text.substr(0, LONGEST));
     std::replace_if(shown.begin(), shown.end(), core::strings::isNotAscii, '.');
+    std::replace(shown.begin(), shown.end(), '"', '\'');
     if (text.size() > LONGEST) shown += "...";
     return shown;
 }
@@ -170,7 +172,7 @@ void TextPlace::failValue(const std::string& expected) const {
     } else if (looksLikeNumber(tree.data())) {
         value = shortened(tree.data());
     } else {
-        value = '"' + shortened(tree.data()) + '"';
+        value = "'" + shortened(tree.data()) + "'";
     }
     fail(expected + " was expected, not " + value);
 }

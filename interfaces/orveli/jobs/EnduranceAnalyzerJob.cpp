@@ -51,7 +51,7 @@ Status EnduranceAnalyzerJob::set(Device& device, const core::Attribute& property
     requireName(property, descriptor);
     if (!core::strings::equals(textOf(property), RESET_WORD, true)) {
         throw withWords(statuses::invalidProperty(),
-                        descriptor.getName() + " can only be set to \"" + RESET_WORD + "\".");
+                        descriptor.getName() + " can only be set to '" + RESET_WORD + "'.");
     }
     const bool isReset = isNvme(device) ? resetNvme(device) : resetAta(device);
     return isReset ? Status() : statuses::timedWorkloadResetFailed();

@@ -61,7 +61,7 @@ public:
         }
         for (const KeyRow& row : KEY_ROWS) {
             if (row.isRequired && !header.values[row.key])
-                damage("Its header has no \"" + std::string(row.name) + "\".");
+                damage("Its header has no '" + std::string(row.name) + "'.");
         }
         return header;
     }
@@ -95,7 +95,7 @@ private:
         }
         auto& value = header.values[row->key];
         if (value) {
-            damage("Its header has \"" + std::string(row->name) + "\" twice.");
+            damage("Its header has '" + std::string(row->name) + "' twice.");
             return;
         }
         value = line.substr(separator + SEPARATOR.size());
@@ -155,7 +155,7 @@ std::string takeAudience(FirmwareModule& module, const Header& header) {
 std::string takeActivation(FirmwareModule& module, const Header& header) {
     const auto& word = header.values[ACTIVATION];
     if (!word || *word == "reset") return "";
-    if (*word != "immediate") return "Its activation is neither \"immediate\" nor \"reset\".";
+    if (*word != "immediate") return "Its activation is neither 'immediate' nor 'reset'.";
     module.activation = FirmwareModule::Activation::IMMEDIATE;
     return "";
 }

@@ -78,17 +78,16 @@ TEST(FirmwareModule, TellsWhatIsWrongWithAFileAndForWhomItWas) {
         {"Audience", "audience", "Its header has a line of an unknown kind."},
         {"Audience", "Comment: none\nAudience", "Its header has a line of an unknown kind."},
         {"Audience: Generic", "Audience:Generic", "Its header has a line of an unknown kind."},
-        {"Length: 5", "Length: 5\nLength: 5", "Its header has \"Length\" twice."},
-        {"Length: 5\n", "", "Its header has no \"Length\"."},
-        {"Checksum: 3269C6EF\n", "", "Its header has no \"Checksum\"."},
-        {"Audience: Generic\n", "", "Its header has no \"Audience\"."},
+        {"Length: 5", "Length: 5\nLength: 5", "Its header has 'Length' twice."},
+        {"Length: 5\n", "", "Its header has no 'Length'."},
+        {"Checksum: 3269C6EF\n", "", "Its header has no 'Checksum'."},
+        {"Audience: Generic\n", "", "Its header has no 'Audience'."},
         {"Generic", "", "Its audience is no name."},
         {"Generic", "Gen\teric", "Its audience is no name."},
         {"Length", "Upgrades: NX45A1000\nLength", "It upgrades what is no firmware revision."},
         {"Length", "Upgrades: \nLength", "It upgrades what is no firmware revision."},
         {"Length", "Upgrades: A,,B\nLength", "It upgrades what is no firmware revision."},
-        {"Length", "Activation: now\nLength",
-         "Its activation is neither \"immediate\" nor \"reset\"."},
+        {"Length", "Activation: now\nLength", "Its activation is neither 'immediate' nor 'reset'."},
         {"5\n", "0\n", "Its length is no number of bytes that an image may have."},
         {"5\n", "5 \n", "Its length is no number of bytes that an image may have."},
         {"5\n", "67108865\n", "Its length is no number of bytes that an image may have."},
@@ -119,7 +118,7 @@ TEST(FirmwareModule, NeedsANameAndARevision) {
     EXPECT_EQ(FirmwareModule::parse(with("Quillbrook", std::string(65, 'Q'))).damage,
               "Its product is no name.");
     EXPECT_EQ(FirmwareModule::parse(with("Product: Quillbrook\n", "")).damage,
-              "Its header has no \"Product\".");
+              "Its header has no 'Product'.");
     for (const char* version : {"", "NX45A1300", "NX 45", "NX45\x01"})
         EXPECT_EQ(FirmwareModule::parse(with("NX45A130", version)).damage,
                   "Its version is no firmware revision.");

@@ -507,7 +507,7 @@ TEST_F(SataSettings, TheTimedWorkloadTakesNoOtherWordAndMayNotBeReset) {
     for (const char* value : {"resets", "", "true", "1"}) {
         EXPECT_EQ(
             set<EnduranceAnalyzerJob>(drive, {"EnduranceAnalyzer", "string", value}),
-            R"(10/36 Invalid property specified. EnduranceAnalyzer can only be set to "reset".)");
+            R"(10/36 Invalid property specified. EnduranceAnalyzer can only be set to 'reset'.)");
     }
     EXPECT_EQ(set<EnduranceAnalyzerJob>(drive, {"Endurance", "string", "reset"}), INVALID_PROPERTY);
     EXPECT_EQ(sentCount(), 0U);
