@@ -22,6 +22,11 @@ public:
     newerVersion(const std::string& product, const std::string& currentFirmware,
                  const std::vector<std::string>& additionalFolders) const = 0;
 
+    /// Whether there is firmware for the drives of `product` that theirs can be compared with,
+    /// newer or not. Throws nothing, as above.
+    virtual bool knows(const std::string& product,
+                       const std::vector<std::string>& additionalFolders) const = 0;
+
 protected:
     FirmwareCatalogue() = default;
     FirmwareCatalogue(const FirmwareCatalogue&) = default;

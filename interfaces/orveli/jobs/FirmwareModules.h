@@ -27,6 +27,9 @@ public:
     newerVersion(const std::string& product, const std::string& currentFirmware,
                  const std::vector<std::string>& additionalFolders) const override;
 
+    bool knows(const std::string& product,
+               const std::vector<std::string>& additionalFolders) const override;
+
     /// What is to be known of a drive.
     struct Drive {
         std::string product;

@@ -11,6 +11,7 @@
 #include "interfaces/orveli/access/NvmeAccess.h"
 #include "interfaces/orveli/jobs/DriveSettings.h"
 #include "interfaces/orveli/jobs/EnduranceEstimate.h"
+#include "interfaces/orveli/jobs/SmartAttributes.h"
 #include "protocols/ata/Smart.h"
 #include "protocols/nvme/Structures.h"
 
@@ -77,7 +78,10 @@ bool exceedsSmartThreshold(Device& device) {
     const auto answer = ata_access::send(device, ata::smartReturnStatus());
     const auto health = ata::smartHealth(answer.returned);
     if (health == ata::SmartHealth::UNKNOWN) throw statuses::dataRetrievalFailed();
-    return health == ata::SmartHealth::THRESHOLD_EXCEEDED;
+    if (health == ata::SmartHealth::THRESHOLD_EXCEEDED) return true;
+    // Nobody knows what a drive's judgement is worth that can't show what it rests on.
+    readSmartAttributes(device);
+    return false;
 }
 
 /// The property, or nothing if it can't be read.
@@ -205,10 +209,12 @@ std::string NorvoSSDJob::firmwareUpdateAvailable(Device& device) const {
     std::vector<std::string> folders;
     const auto joined = findArgument(orvel::features::firmware_update::AdditionalModuleDirs());
     if (joined && !joined->empty()) folders = core::strings::split(*joined, FOLDER_SEPARATOR);
-    const bool isNewer =
-        catalogue != nullptr &&
-        catalogue->newerVersion(product, device.readText(attributes::Firmware()), folders);
-    return (isNewer ? statuses::firmwareUpdateAvailable() : statuses::firmwareCurrent())
+    // Where there is nothing to compare with, nobody knows whether the firmware is current.
+    if (catalogue == nullptr) return statuses::noFirmwareModule().getMessage();
+    if (catalogue->newerVersion(product, device.readText(attributes::Firmware()), folders))
+        return statuses::firmwareUpdateAvailable().getMessage();
+    return (catalogue->knows(product, folders) ? statuses::firmwareCurrent()
+                                               : statuses::noFirmwareModule())
         .getMessage();
 }
 

@@ -84,6 +84,20 @@ TEST(FirmwareModules, HasNothingForADriveWhoseFirmwareIsAsNewOrNewer) {
     EXPECT_EQ(modules.newerVersion("Rowanlade", "NX45A100", {}), std::nullopt);
 }
 
+TEST(FirmwareModules, KnowsAProductOfWhichItHasASoundModuleForAnybody) {
+    Folder folder;
+    Folder second;
+    folder.addDamaged("a.nfm", "NX45A130");
+    folder.add("b.nfm", "NX45A130", "", "Oakhelm");
+    folder.add("c.nfm", "SX31A044", "", "Generic", "Sablewold");
+    second.add("a.nfm", "NX45A110", "Upgrades: NX45A100\n");
+    const FirmwareModules modules(folder.path());
+    EXPECT_FALSE(modules.knows("Quillbrook", {}));
+    EXPECT_TRUE(modules.knows("Sablewold", {}));
+    EXPECT_TRUE(modules.knows("Quillbrook", {second.path()}));
+    EXPECT_FALSE(FirmwareModules("/nonexistent/modules").knows("Sablewold", {}));
+}
+
 TEST(FirmwareModules, LooksIntoItsOwnFolderFirstThenIntoTheOthers) {
     Folder own;
     Folder first;

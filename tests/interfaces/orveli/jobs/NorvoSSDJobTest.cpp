@@ -32,6 +32,11 @@ public:
         return std::nullopt;
     }
 
+    bool knows(const std::string& product,
+               const std::vector<std::string>& /*additionalFolders*/) const override {
+        return product == "Quillbrook";
+    }
+
     mutable std::string asked;
 };
 
@@ -58,6 +63,7 @@ ScriptedDrive sataDrive() {
     set(drive, attributes::SMARTEnabled(), true);
     set(drive, attributes::Norvo(), true);
     drive.onAta(SMART, 0xDA, C24F00, {{.returned = {}}});
+    drive.onAta(SMART, 0xD0, C24F00, {{.data = structure(512, {})}});
     return drive;
 }
 
@@ -121,8 +127,7 @@ TEST(NorvoSSDJob, ShowsEverythingSortedByNameWithoutWhatCannotBeRead) {
               " DeviceStatus=Healthy\n"
               " eDriveSupported=False\n"
               " Firmware=NX45A120\n"
-              " FirmwareUpdateAvailable=The selected Norvo SSD contains current firmware as of "
-              "this tool release.\n"
+              " FirmwareUpdateAvailable=No firmware module found.\n"
               " Index=0\n"
               " ModelNumber=NORVO NX4510 1.6TB\n"
               " Norvo=True\n"
@@ -286,6 +291,20 @@ TEST(NorvoSSDJob, ADriveWhoseHealthCannotBeReadIsNotHealthy) {
     EXPECT_EQ(valueOf(unclear, "DeviceStatus"), "Failed to retrieve data from selected device.");
 }
 
+TEST(NorvoSSDJob, ASataDriveThatCannotShowItsSmartDataIsNotHealthy) {
+    ScriptedDrive refusing = sataDrive();
+    refusing.onAta(SMART, 0xDA, C24F00, {{.returned = returnedLba(0xC24F00)}});
+    refusing.onAta(SMART, 0xD0, C24F00, {});
+    EXPECT_EQ(valueOf(refusing, "DeviceStatus").substr(0, 47),
+              "ATA command reported a problem. SMART READ DATA");
+    ScriptedDrive garbled = sataDrive();
+    garbled.onAta(SMART, 0xDA, C24F00, {{.returned = returnedLba(0xC24F00)}});
+    garbled.onAta(SMART, 0xD0, C24F00, {{.data = structure(512, {{2, {1}}})}});
+    EXPECT_EQ(valueOf(garbled, "DeviceStatus"), "Failed to retrieve data from selected device.");
+    garbled.onAta(SMART, 0xDA, C24F00, {{.returned = returnedLba(0x2CF400)}});
+    EXPECT_EQ(valueOf(garbled, "DeviceStatus"), UNHEALTHY);
+}
+
 TEST(NorvoSSDJob, AListOfEverythingDoesNotHideThatTheHealthCannotBeRead) {
     ScriptedDrive drive = nvmeDrive();
     drive.onNvme(GET_LOG_PAGE, SMART_HEALTH, {});
@@ -331,6 +350,17 @@ TEST(NorvoSSDJob, TellsOfNewerFirmware) {
     EXPECT_EQ(ask(drive, {"FirmwareUpdateAvailable"}, catalogue),
               "[Norvo SSD 0]\n FirmwareUpdateAvailable=The selected Norvo SSD contains current "
               "firmware as of this tool release.\n");
+}
+
+TEST(NorvoSSDJob, DoesNotCallFirmwareCurrentThatNobodyComparedWithAnything) {
+    constexpr const char* NOTHING =
+        "[Norvo SSD 0]\n FirmwareUpdateAvailable=No firmware module found.\n";
+    ScriptedDrive drive = nvmeDrive();
+    EXPECT_EQ(ask(drive, {"FirmwareUpdateAvailable"}), NOTHING);
+    set(drive, attributes::Product(), "Rowanlade");
+    set(drive, attributes::Firmware(), "NX46A210");
+    EXPECT_EQ(ask(drive, {"FirmwareUpdateAvailable"}, std::make_shared<SampleCatalogue>()),
+              NOTHING);
 }
 
 TEST(NorvoSSDJob, TellsOfNoFirmwareForAnUnknownProduct) {
