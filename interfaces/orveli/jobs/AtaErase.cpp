@@ -78,7 +78,7 @@ std::string passwordWords(const Payload& identify) {
                                   : "The drive has a user password already.";
     return state + " An erase with the password '" + std::string(PASSWORD) +
            "', which an interrupted erase leaves behind, failed. "
-           "Disable security with the drive's own password first.";
+           "If the drive has another password, disable security with that first.";
 }
 
 /// Twice what the drive tells, at least an hour.

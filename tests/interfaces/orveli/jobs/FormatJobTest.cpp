@@ -503,7 +503,7 @@ TEST(FormatJob, DoesNotSanitizeALockedDriveWhichWouldRefuse) {
 TEST(FormatJob, LeavesADriveWithAnotherPasswordAsItIs) {
     constexpr const char* TRIED =
         " An erase with the password 'tavik', which an interrupted erase leaves behind, failed. "
-        "Disable security with the drive's own password first.";
+        "If the drive has another password, disable security with that first.";
     ScriptedDrive drive = sataDrive(0, ENABLED);
     letErase(drive);
     drive.onAta(0xF4, 0, 0, {{.returned = returned(0, 0, 0x51)}});
