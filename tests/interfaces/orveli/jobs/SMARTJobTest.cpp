@@ -132,6 +132,12 @@ TEST(SMARTJob, RefusesAnIdentifierThatTheDriveDoesNotHave) {
     }
 }
 
+TEST(SMARTJob, RepeatsNoQuotationMarksThatAMessageIsPutInto) {
+    ScriptedDrive drive = sataDrive();
+    EXPECT_NE(selected(drive, "x&quot;y").find("There is no SMART attribute x'y.\n"),
+              std::string::npos);
+}
+
 TEST(SMARTJob, AnEmptyIdentifierSelectsAll) {
     ScriptedDrive drive = sataDrive();
     EXPECT_EQ(selected(drive, ""), "[SMART Attributes NSX3110C0005G960]\n [05 ]\n  ID=05\n"
