@@ -25,6 +25,11 @@ std::span<std::uint8_t> bytesOf(const core::Payload& structure, const Field& fie
     return {structure.data() + field.offset, field.size};
 }
 
+/// Angle brackets are ASCII, but the protocol escapes them twice: nobody could type what is shown.
+bool isUnprintable(char character) {
+    return core::strings::isNotAscii(character) || character == '<' || character == '>';
+}
+
 /// Exchanges the bytes of each pair; a last odd one stays.
 void swapPairs(std::string& text) {
     for (std::size_t i = 0; i + 1 < text.size(); i += 2)
@@ -64,7 +69,7 @@ std::string readText(const core::Payload& structure, const Field& field) {
     std::string text(bytes.begin(), bytes.end());
     if (field.encoding == Encoding::SWAPPED_TEXT) swapPairs(text);
     text = core::strings::trimmed(text, FILLING);
-    std::replace_if(text.begin(), text.end(), core::strings::isNotAscii, '.');
+    std::replace_if(text.begin(), text.end(), isUnprintable, '.');
     return text;
 }
 

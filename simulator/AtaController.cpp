@@ -108,9 +108,21 @@ void noteCommand(AtaDrive& drive, std::uint8_t code, bool isDone) {
         isDone && code == command_codes::READ_NATIVE_MAX_ADDRESS_EXT;
 }
 
-void countPowerCycle(AtaDrive& drive) {
+/// Nothing if the drive doesn't have the attribute.
+void countUpAttribute(AtaDrive& drive, std::uint8_t attribute) {
+    setRawAttribute(drive, attribute, rawAttribute(drive, attribute).value_or(0) + 1);
+}
+
+/// A drive in standby has been told that power may go.
+void countPowerCycle(AtaDrive& drive, bool isInStandby) {
     constexpr std::uint8_t POWER_CYCLES = 12;
-    setRawAttribute(drive, POWER_CYCLES, rawAttribute(drive, POWER_CYCLES).value_or(0) + 1);
+    constexpr std::uint8_t UNEXPECTED_POWER_LOSSES = 174;
+    constexpr std::uint8_t UNSAFE_SHUTDOWNS = 192;
+    countUpAttribute(drive, POWER_CYCLES);
+    if (!isInStandby) {
+        countUpAttribute(drive, UNEXPECTED_POWER_LOSSES);
+        countUpAttribute(drive, UNSAFE_SHUTDOWNS);
+    }
     const auto page = drive.deviceStatistics.find(statistics_page::GENERAL);
     if (page == drive.deviceStatistics.end()) return;
     const auto& field = general_statistics::LifetimePowerOnResets;
@@ -156,8 +168,8 @@ void AtaController::powerCycle() {
     resetSecurity(drive);
     drive.sanitize.isFrozen = false;
     drive.sanitize.isAntifrozen = false;
+    countPowerCycle(drive, drive.isInStandby);
     drive.isInStandby = false;
-    countPowerCycle(drive);
 }
 
 }  // namespace orvel::simulator

@@ -180,7 +180,8 @@ constexpr std::string_view DESCRIPTION = R"json({
         "6": {"InterfaceCRCErrors": 187},
         "7": {"PercentageUsedEndurance": 59}
       },
-      "phyEventCounters": {"0x001": 187, "0x00B": 187, "0x00F": 181, "0x012": 6}
+      "phyEventCounters": {"0x001": 187, "0x002": 181, "0x004": 181, "0x005": 6, "0x007": 6,
+                           "0x00B": 187, "0x00F": 181, "0x012": 6}
     },
     {
       "kind": "SATA",

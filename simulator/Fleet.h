@@ -71,7 +71,7 @@ struct SimulatedDrive {
 /// A plain record.
 struct Fleet {
     std::vector<SimulatedDrive> drives;
-    std::uint32_t timeFactor = 120;           ///< how many times faster than real time drives age
+    std::uint32_t timeFactor = 120;           ///< of simulated time to real time
     std::chrono::milliseconds latestTime{0};  ///< that any of the drives has seen
     std::chrono::milliseconds realTime{0};    ///< since 1970, when it was latestTime for the drives
 

@@ -72,6 +72,18 @@ void checkUnique(const Fleet& fleet) {
     }
 }
 
+/// The parser's tree has the same for an empty list as for an empty object and an empty text.
+/// Beside no drives there are only numbers, so that the list can't be mistaken for part of a text.
+void checkEmptyList(std::string_view json, const JsonTree& tree) {
+    const auto drives = tree.find("drives");
+    if (drives == tree.not_found() || !drives->second.empty()) return;
+    std::string packed(json);
+    std::erase_if(packed,
+                  [](char one) { return one == ' ' || one == '\t' || one == '\r' || one == '\n'; });
+    if (packed.find(R"("drives":[])") == std::string::npos)
+        throw FleetTextError("drives: a list was expected");
+}
+
 Fleet readTree(const JsonTree& tree, Unmentioned unmentioned) {
     TextReading reading{.unmentioned = unmentioned};
     Fleet fleet;
@@ -84,7 +96,10 @@ Fleet readTree(const JsonTree& tree, Unmentioned unmentioned) {
 
 Fleet readFleet(std::string_view json, Unmentioned unmentioned) {
     try {
-        return readTree(readJson(json), unmentioned);
+        const JsonTree tree = readJson(json);
+        Fleet fleet = readTree(tree, unmentioned);
+        checkEmptyList(json, tree);
+        return fleet;
     } catch (const std::bad_alloc&) {
         throw FleetTextError("less text was expected: there isn't enough memory for it");
     }

@@ -1,4 +1,5 @@
 // Get Log Page.
+#include "protocols/nvme/Features.h"
 #include "simulator/NvmeExecutors.h"
 
 #include <algorithm>
@@ -17,6 +18,51 @@ core::Payload errorInformation(const NvmeDrive& drive) {
     core::Payload page(entries.size * count);
     for (std::uint32_t i = 0; i < std::min<std::size_t>(count, drive.errorLog.size()); ++i) {
         protocols::writeEntry(page, entries, i, drive.errorLog[i]);
+    }
+    return page;
+}
+
+/// The threshold of a sensor, 0 for the composite temperature; nothing if the drive has none.
+std::optional<std::uint32_t> temperatureThreshold(const NvmeDrive& drive, std::uint32_t sensor,
+                                                  std::uint32_t type) {
+    const auto feature = drive.features.find(features::TEMPERATURE_THRESHOLD);
+    if (feature == drive.features.end()) return {};
+    const std::uint32_t part = sensor << temperature_threshold::TMPSEL.lowBit |
+                               type << temperature_threshold::THSEL.lowBit;
+    if (!feature->second.defaults.contains(part)) return {};
+    return readBits(currentValue(feature->second, part), temperature_threshold::TMPTH);
+}
+
+/// At one of its thresholds counts, too (5.21.1.4). 0 K stands for a sensor that there isn't.
+bool isTooHotOrCold(const NvmeDrive& drive, std::uint32_t sensor, const protocols::Field& field) {
+    constexpr std::uint32_t OVER = 0;
+    constexpr std::uint32_t UNDER = 1;
+    const auto kelvins = protocols::readNumber(drive.smartHealthLog, field);
+    const auto over = temperatureThreshold(drive, sensor, OVER);
+    const auto under = temperatureThreshold(drive, sensor, UNDER);
+    return kelvins != 0 && ((over && kelvins >= *over) || (under && kelvins <= *under));
+}
+
+/// With the warnings that follow from what else the log says (5.14.1.2), besides those that the
+/// drive has for reasons of its own.
+core::Payload smartHealth(const NvmeDrive& drive) {
+    namespace log = smart_health_log;
+    // clang-format off
+    static constexpr protocols::Field TEMPERATURES[] = {
+        log::CompositeTemperature,
+        log::TemperatureSensor1, log::TemperatureSensor2, log::TemperatureSensor3,
+        log::TemperatureSensor4, log::TemperatureSensor5, log::TemperatureSensor6,
+        log::TemperatureSensor7, log::TemperatureSensor8,
+    };
+    // clang-format on
+    const core::Payload page = drive.smartHealthLog.copy();
+    if (protocols::readNumber(page, log::AvailableSpare) <
+        protocols::readNumber(page, log::AvailableSpareThreshold)) {
+        writeBits(page, log::CriticalWarning, critical_warning::SPARE, 1);
+    }
+    for (std::uint32_t sensor = 0; sensor < std::size(TEMPERATURES); ++sensor) {
+        if (isTooHotOrCold(drive, sensor, TEMPERATURES[sensor]))
+            writeBits(page, log::CriticalWarning, critical_warning::TEMPERATURE, 1);
     }
     return page;
 }
@@ -110,7 +156,7 @@ std::optional<core::Payload> makePage(const NvmeDrive& drive, const NvmeRequest&
     case log_pages::ERROR_INFORMATION:
         return errorInformation(drive);
     case log_pages::SMART_HEALTH_INFORMATION:
-        return drive.smartHealthLog.copy();
+        return smartHealth(drive);
     case log_pages::FIRMWARE_SLOT_INFORMATION:
         return firmwareSlots(drive);
     case log_pages::CHANGED_NAMESPACE_LIST:

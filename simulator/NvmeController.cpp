@@ -126,6 +126,8 @@ void NvmeController::powerCycle() {
     for (auto& [id, feature] : drive.features)
         feature.current.clear();
     countUp(drive.smartHealthLog, smart_health_log::PowerCycles);
+    // Nobody has told the drive to shut down.
+    countUp(drive.smartHealthLog, smart_health_log::UnsafeShutdowns);
 }
 
 }  // namespace orvel::simulator

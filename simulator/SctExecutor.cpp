@@ -107,6 +107,12 @@ void apply(AtaDrive& drive, std::uint16_t code, std::uint16_t state) {
     }
 }
 
+/// Samples of one interval would stand beside those of another.
+void clearHistoryIfIntervalChanged(AtaDrive& drive, std::uint16_t code, std::uint16_t before) {
+    if (code != codeOf(sct::Feature::TEMPERATURE_LOGGING_INTERVAL)) return;
+    if (stateOf(drive.sctFeatures.at(code)) != before) drive.temperatureHistory.clear();
+}
+
 SctAnswer setState(AtaDrive& drive, std::uint16_t code, std::uint16_t state, std::uint16_t flags) {
     SctFeatureState& feature = drive.sctFeatures.at(code);
     const bool isPreserved = flags == sct::PRESERVE_OVER_POWER_CYCLES;
@@ -123,9 +129,11 @@ SctAnswer setState(AtaDrive& drive, std::uint16_t code, std::uint16_t state, std
         feature.saved = state;
         return {};
     }
+    const std::uint16_t before = stateOf(feature);
     feature.current = state;
     if (isPreserved) feature.saved = state;
     apply(drive, code, state);
+    clearHistoryIfIntervalChanged(drive, code, before);
     return {};
 }
 
@@ -323,8 +331,10 @@ void resetSct(AtaDrive& drive) {
     writeNumber(drive.sctStatus, fields::MinTemperature, temperature);
     writeNumber(drive.sctStatus, fields::MaxTemperature, temperature);
     for (auto& [code, feature] : drive.sctFeatures) {
+        const std::uint16_t before = stateOf(feature);
         feature.current.reset();
         apply(drive, code, stateOf(feature));
+        clearHistoryIfIntervalChanged(drive, code, before);
     }
 }
 

@@ -40,9 +40,21 @@ std::uint64_t wantedMaximumLba(const AdminCommandFields& fields) {
     return std::uint64_t{fields.cdw12} << UPPER_HALF | fields.cdw11;
 }
 
+/// In bytes: what the namespace has, and what it could take.
+protocols::Number128 reachableCapacity(const NvmeDrive& drive, const core::Payload& identify) {
+    return protocols::readWideNumber(identify, in::NVMCAP) +
+           protocols::readWideNumber(drive.identifyController, identify_controller::UNVMCAP);
+}
+
+protocols::Number128 capacityOf(std::uint64_t blocks, const core::Payload& identify) {
+    return protocols::Number128(blocks) * currentBlockSize(identify);
+}
+
 StatusCode checkMaximumLba(const NvmeDrive& drive, const AdminCommandFields& fields) {
     const core::Payload* identify = onlyNamespace(drive);
-    if (!identify || wantedMaximumLba(fields) >= nativeBlocks(drive, *identify)) {
+    const std::uint64_t wanted = wantedMaximumLba(fields);
+    if (!identify || wanted >= nativeBlocks(drive, *identify) ||
+        capacityOf(wanted + 1, *identify) > reachableCapacity(drive, *identify)) {
         return status_codes::LBA_OUT_OF_RANGE;
     }
     return {};
@@ -51,6 +63,11 @@ StatusCode checkMaximumLba(const NvmeDrive& drive, const AdminCommandFields& fie
 void setMaximumLba(NvmeDrive& drive, const AdminCommandFields& fields) {
     const core::Payload& identify = *onlyNamespace(drive);
     const std::uint64_t blocks = wantedMaximumLba(fields) + 1;
+    const protocols::Number128 reachable = reachableCapacity(drive, identify);
+    const protocols::Number128 capacity = capacityOf(blocks, identify);
+    protocols::writeWideNumber(identify, in::NVMCAP, capacity);
+    protocols::writeWideNumber(drive.identifyController, identify_controller::UNVMCAP,
+                               reachable - capacity);
     protocols::writeNumber(identify, in::NSZE, blocks);
     protocols::writeNumber(identify, in::NCAP, blocks);
     protocols::writeNumber(identify, in::NUSE,

@@ -37,6 +37,7 @@ TEST(Field, ReadsTextWithoutItsFilling) {
     EXPECT_EQ(readText(payload("xAB C  y"), TEXT), "AB C");
     EXPECT_EQ(readText(payload(std::string("x\0 A\0\0 y", 8)), TEXT), "A");
     EXPECT_EQ(readText(payload("xA\x01\x7F\xC3zz"), TEXT), "A...zz");
+    EXPECT_EQ(readText(payload("xA<B>\"&z"), TEXT), "A.B.\"&");
     EXPECT_EQ(readText(payload("x      y"), TEXT), "");
 }
 

@@ -170,6 +170,22 @@ TEST(AtaPowerCycle, IsCounted) {
     EXPECT_EQ(get(simulation.drive.deviceStatistics[1], 15, 1), 0xC0U);
 }
 
+TEST(AtaPowerCycle, IsALossOfPowerUnlessTheDriveIsInStandby) {
+    AtaSimulation simulation;
+    putAttribute(simulation.drive.smartData, 5, 174, 0x0032, 3);
+    putAttribute(simulation.drive.smartData, 6, 192, 0x0032, 9);
+    simulation.controller.powerCycle();
+    EXPECT_EQ(get(simulation.drive.smartData, 67, 6), 4U);
+    EXPECT_EQ(get(simulation.drive.smartData, 79, 6), 10U);
+    simulation.run({.command = 0xE0});
+    simulation.controller.powerCycle();
+    EXPECT_EQ(get(simulation.drive.smartData, 31, 6), 9U);
+    EXPECT_EQ(get(simulation.drive.smartData, 67, 6), 4U);
+    EXPECT_EQ(get(simulation.drive.smartData, 79, 6), 10U);
+    simulation.controller.powerCycle();
+    EXPECT_EQ(get(simulation.drive.smartData, 67, 6), 5U);
+}
+
 TEST(AtaPowerCycle, LeavesAStatisticAloneThatIsNotKept) {
     AtaSimulation simulation;
     put(simulation.drive.deviceStatistics[1], 15, 0x80, 1);

@@ -549,5 +549,13 @@ TEST(FleetFolder, KeepsWhatItSaidItKeptAfterAnyEndOfItsUser) {
     }
 }
 
+TEST(FleetFolder, NamesAFileWithoutTheQuotationMarksThatAMessageIsPutInto) {
+    const TemporaryFolder temporary;
+    const std::string path = temporary.path("my \"drives\"");
+    std::filesystem::create_directories(path + "/state.json");
+    EXPECT_EQ(failureToOpen(path),
+              READ_FAILURE + temporary.path("my 'drives'/state.json") + UNUSABLE);
+}
+
 }  // namespace
 }  // namespace orvel::simulator

@@ -16,6 +16,52 @@ TEST(LogPageExecutor, GivesTheHealthLog) {
     EXPECT_EQ(get(output, 128, 8), 0x64U);
 }
 
+TEST(LogPageExecutor, WarnsOfASpareBelowItsThreshold) {
+    Simulation simulation;
+    put(simulation.drive.smartHealthLog, 4, 10, 1);  // threshold
+    put(simulation.drive.smartHealthLog, 3, 10, 1);  // spare
+    EXPECT_EQ(get(simulation.log(0x02, 512), 0, 1), 0U);
+    put(simulation.drive.smartHealthLog, 3, 9, 1);
+    EXPECT_EQ(get(simulation.log(0x02, 512), 0, 1), 0x01U);
+    put(simulation.drive.smartHealthLog, 0, 0x0C, 1);
+    EXPECT_EQ(get(simulation.log(0x02, 512), 0, 1), 0x0DU);
+    EXPECT_EQ(get(simulation.drive.smartHealthLog, 0, 1), 0x0CU);
+}
+
+TEST(LogPageExecutor, WarnsOfATemperatureAtAThreshold) {
+    struct Row {
+        std::uint64_t kelvins;
+        std::uint32_t threshold;  ///< command dword 11
+        std::uint64_t warning;
+    };
+
+    constexpr Row ROWS[] = {
+        {311, 0x00000138, 0x00}, {311, 0x00000137, 0x02}, {311, 0x00000136, 0x02},
+        {311, 0x00100136, 0x00}, {311, 0x00100137, 0x02}, {311, 0x00100138, 0x02},
+        {0, 0x00000000, 0x00},   {0, 0x00100001, 0x00},
+    };
+    for (const Row& row : ROWS) {
+        SCOPED_TRACE(row.threshold);
+        Simulation simulation;
+        put(simulation.drive.smartHealthLog, 1, row.kelvins, 2);
+        EXPECT_EQ(get(simulation.log(0x02, 512), 0, 1), 0U);
+        simulation.run({.opcode = 0x09, .cdw10 = 0x04, .cdw11 = row.threshold});
+        EXPECT_EQ(get(simulation.log(0x02, 512), 0, 1), row.warning);
+    }
+}
+
+TEST(LogPageExecutor, WarnsOfTheTemperatureOfASensorThatHasAThreshold) {
+    Simulation simulation;
+    put(simulation.drive.smartHealthLog, 200, 400, 2);  // sensor 1
+    put(simulation.drive.smartHealthLog, 202, 400, 2);  // sensor 2, which has no threshold
+    simulation.run({.opcode = 0x09, .cdw10 = 0x04, .cdw11 = 0x00010191});
+    EXPECT_EQ(get(simulation.log(0x02, 512), 0, 1), 0U);
+    simulation.run({.opcode = 0x09, .cdw10 = 0x04, .cdw11 = 0x00010190});
+    EXPECT_EQ(get(simulation.log(0x02, 512), 0, 1), 0x02U);
+    simulation.drive.features.erase(0x04);
+    EXPECT_EQ(get(simulation.log(0x02, 512), 0, 1), 0U);
+}
+
 TEST(LogPageExecutor, GivesAsManyDwordsAsAskedFrom) {
     Simulation simulation;
     const auto output = simulation.output(getLog(0x00010002, 8, 128));

@@ -76,6 +76,7 @@ TEST(NvmeController, CountsPowerCycles) {
     Simulation simulation;
     simulation.controller.powerCycle();
     EXPECT_EQ(get(simulation.log(0x02, 512), 112, 8), 8U);
+    EXPECT_EQ(get(simulation.log(0x02, 512), 144, 8), 1U) << "no shutdown went before";
     EXPECT_EQ(textAt(simulation.drive.identifyController, 64, 8), "FW000001");
     EXPECT_EQ(simulation.drive.activeSlot, 1);
 }

@@ -338,6 +338,23 @@ TEST(SctDataTable, HasTheIntervalThatWasSet) {
     EXPECT_EQ(get(simulation.output(SCT_DATA), 4, 2), 0x0102U);
 }
 
+TEST(SctDataTable, BeginsAnewWithAnotherInterval) {
+    SctSimulation simulation;
+    simulation.run(SCT_WRITE, blockOf({4, 1, 3, 10, 0}));
+    EXPECT_EQ(simulation.drive.temperatureHistory.size(), 3U) << "it is the same interval";
+    simulation.run(SCT_WRITE, blockOf({4, 1, 3, 60, 0}));
+    EXPECT_TRUE(simulation.drive.temperatureHistory.empty());
+    simulation.run(SCT_WRITE, blockOf({4, 1, 2, 2, 0}));
+    simulation.drive.temperatureHistory = {20};
+    simulation.run(SCT_WRITE, blockOf({4, 1, 2, 1, 0}));
+    EXPECT_EQ(simulation.drive.temperatureHistory.size(), 1U) << "another feature";
+    simulation.controller.powerCycle();
+    EXPECT_TRUE(simulation.drive.temperatureHistory.empty()) << "60 was not to be preserved";
+    simulation.drive.temperatureHistory = {20};
+    simulation.controller.powerCycle();
+    EXPECT_EQ(simulation.drive.temperatureHistory.size(), 1U);
+}
+
 TEST(SctDataTable, LeavesOutWhatNobodyKnows) {
     SctSimulation simulation;
     simulation.drive.temperatureHistory.clear();

@@ -165,8 +165,28 @@ TEST(VendorFeatures, SetTheMaximumLbaBackToTheNativeOne) {
     EXPECT_EQ(get(simulation.identify(), 0, 8), 0x8000U);
 }
 
+TEST(VendorFeatures, MoveCapacityWithTheMaximumLba) {
+    VendorSimulation simulation;
+    EXPECT_EQ(simulation.status(setFeature(0xC1, 0x0FFF)), 0U);
+    EXPECT_EQ(get(simulation.identify(), 48, 8), 0x0200000U);                 // NVMCAP
+    EXPECT_EQ(get(simulation.drive.identifyController, 296, 8), 0x1600000U);  // UNVMCAP
+    EXPECT_EQ(simulation.status(setFeature(0xC1, 0x7FFF)), 0U);
+    EXPECT_EQ(get(simulation.identify(), 48, 8), 0x1000000U);
+    EXPECT_EQ(get(simulation.drive.identifyController, 296, 8), 0x0800000U);
+}
+
+TEST(VendorFeatures, SetNoMaximumLbaBeyondTheCapacityThatIsThere) {
+    VendorSimulation simulation;
+    put(simulation.drive.identifyController, 296, 0x200, 8);  // UNVMCAP: one block
+    EXPECT_EQ(simulation.status(setFeature(0xC1, 0x4001)), 0x080U);
+    EXPECT_EQ(get(simulation.identify(), 0, 8), 0x4000U);
+    EXPECT_EQ(simulation.status(setFeature(0xC1, 0x4000)), 0U);
+    EXPECT_EQ(get(simulation.drive.identifyController, 296, 8), 0U);
+}
+
 TEST(VendorFeatures, TakeTheUpperHalfOfTheMaximumLba) {
     VendorSimulation simulation;
+    put(simulation.drive.identifyController, 296, 0x400'0000'0000, 8);  // UNVMCAP
     put(simulation.drive.identifyController, 3080, 0x2'0000'0000, 8);
     EXPECT_EQ(simulation.status(setFeature(0xC1, 5, 1)), 0U);
     EXPECT_EQ(get(simulation.identify(), 0, 8), 0x1'0000'0006U);

@@ -8,6 +8,7 @@
 #include "protocols/ata/StatusCodes.h"
 #include "protocols/ata/Structures.h"
 
+#include <string>
 #include <string_view>
 #include <tuple>
 #include <utility>
@@ -22,8 +23,8 @@ namespace id = identify_device;
 
 namespace {
 
-/// SECURITY ERASE UNIT wants a password. It is no secret: should power fail in between, somebody
-/// has to type it elsewhere.
+/// SECURITY ERASE UNIT wants a password. It is no secret, and always the same: should power fail in
+/// between, the next erase opens the drive again, or somebody types it elsewhere.
 constexpr std::string_view PASSWORD = "tavik";
 
 Payload password() {
@@ -62,12 +63,24 @@ void requireSanitize(const Payload& identify, AtaErase::Sanitize method) {
 void requireSecureErase(const Payload& identify, EraseMode mode) {
     if (!isSet(identify, id::word_128::SUPPORTED)) throw statuses::ataSecurityNotSupported();
     if (isSet(identify, id::word_128::FROZEN)) throw statuses::securityFrozen();
-    // A new password would take the place of the owner's, who needs it if the erase fails.
-    if (isSet(identify, id::word_128::ENABLED))
-        throw core::withWords(statuses::securitySetPasswordFailed(),
-                              "The drive has a password already.");
     if (mode == EraseMode::ENHANCED && !isSet(identify, id::word_128::ENHANCED_ERASE))
         throw core::withWords(statuses::invalidProperty(), "The drive has no enhanced erase mode.");
+}
+
+/// A locked drive refuses it, and says no reason.
+void requireUnlocked(const Payload& identify) {
+    if (isSet(identify, id::word_128::LOCKED))
+        throw core::withWords(statuses::sanitizeFailed(), "The drive is security locked.");
+}
+
+/// Of a drive that had a password before the erase.
+std::string passwordWords(const Payload& identify) {
+    const std::string state = isSet(identify, id::word_128::LOCKED)
+                                  ? "The drive is security locked."
+                                  : "The drive has a user password already.";
+    return state + " An erase with the password '" + std::string(PASSWORD) +
+           "', which an interrupted erase leaves behind, failed. "
+           "If the drive has another password, disable security with that first.";
 }
 
 /// Twice what the drive tells, at least an hour.
@@ -105,8 +118,9 @@ void AtaErase::eraseAnyWay() {
     // Sanitize would work on such a drive. But somebody has locked it against being erased, and
     // whoever wants it erased is to take the lock off first.
     if (isSet(identify, id::word_128::FROZEN)) throw statuses::securityFrozen();
-    const bool canSanitize =
-        supportsSanitize(identify) && isSet(identify, id::word_59::BLOCK_ERASE_EXT);
+    const bool canSanitize = supportsSanitize(identify) &&
+                             isSet(identify, id::word_59::BLOCK_ERASE_EXT) &&
+                             !isSet(identify, id::word_128::LOCKED);
     const bool canSecureErase = isSet(identify, id::word_128::SUPPORTED);
     if (canSanitize && (!canSecureErase || !isFrozen(sanitizeStatus()))) {
         sanitize(Sanitize::BLOCK_ERASE);
@@ -120,7 +134,9 @@ ReturnedTaskFile AtaErase::sanitizeStatus() {
 }
 
 void AtaErase::sanitize(Sanitize method) {
-    requireSanitize(ata_access::identifyDevice(device), method);
+    const Payload identify = ata_access::identifyDevice(device);
+    requireSanitize(identify, method);
+    requireUnlocked(identify);
     if (isFrozen(sanitizeStatus())) throw statuses::sanitizeFrozen();
     // So that a failure can be cleared.
     constexpr auto MODE = SanitizeFailureMode::STATUS_EXT_SUFFICES;
@@ -158,6 +174,9 @@ Status AtaErase::withoutSanitizeFailure(const Status& failure) {
 void AtaErase::secureErase(EraseMode mode) {
     const Payload identify = ata_access::identifyDevice(device);
     requireSecureErase(identify, mode);
+    // A new password would take the place of the owner's, who needs it if the erase fails. But it
+    // may be one that an erase has left behind.
+    if (isSet(identify, id::word_128::ENABLED)) return eraseWithOldPassword(identify, mode);
     setPassword();
     const TimeLimit limit(device, AtaCommand::COMMAND_SET, eraseSeconds(identify, mode));
     prepareAndErase(mode);
@@ -171,6 +190,15 @@ void AtaErase::setPassword() {
         throw withoutPassword(unanswered);  // the drive may have taken it
     }
     throw statuses::securitySetPasswordFailed();
+}
+
+void AtaErase::eraseWithOldPassword(const Payload& identify, EraseMode mode) {
+    const TimeLimit limit(device, AtaCommand::COMMAND_SET, eraseSeconds(identify, mode));
+    if (!isDone(device, securityErasePrepare()))
+        throw core::withWords(statuses::secureErasePrepareFailed(), passwordWords(identify));
+    const auto data = eraseUnitData(PasswordKind::USER, password(), mode);
+    if (!isDone(device, securityEraseUnit(), data))
+        throw core::withWords(statuses::secureEraseUnitFailed(), passwordWords(identify));
 }
 
 /// The erase takes the password away. Where it fails, nobody is to be locked out.

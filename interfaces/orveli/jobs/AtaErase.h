@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/Device.h"
+#include "core/Payload.h"
 #include "core/Status.h"
 #include "interfaces/orveli/jobs/Pause.h"
 #include "protocols/ata/AtaCommands.h"
@@ -25,7 +26,8 @@ public:
     /// A sanitize operation runs in the background, looked at with `pause` between two looks.
     AtaErase(core::Device& device, Pause pause, Progress progress);
 
-    /// By BLOCK ERASE EXT if the drive can do that now, else by SECURITY ERASE UNIT. 7 for a drive
+    /// By BLOCK ERASE EXT if the drive can do that now, else by SECURITY ERASE UNIT: a locked drive
+    /// refuses to sanitize. 7 for a drive
     /// in the frozen mode of ATA security, whichever way it would go.
     void eraseAnyWay();
 
@@ -33,8 +35,9 @@ public:
     /// come to an end.
     void sanitize(Sanitize method);
 
-    /// 14 if the drive can't, 7 if security is frozen, 36 without the enhanced mode, 10 if no
-    /// password can be set, 8 and 9 if the drive refuses the erase.
+    /// A drive that has a password is erased only if it is the one that an interrupted erase
+    /// leaves. 14 if the drive can't, 7 if security is frozen, 36 without the enhanced mode, 10 if
+    /// no password can be set, 8 and 9 if the drive refuses the erase.
     void secureErase(protocols::ata::EraseMode mode);
 
 private:
@@ -45,6 +48,7 @@ private:
     core::Status withoutSanitizeFailure(const core::Status& failure);
 
     void setPassword();
+    void eraseWithOldPassword(const core::Payload& identify, protocols::ata::EraseMode mode);
     void prepareAndErase(protocols::ata::EraseMode mode);
 
     /// Throws `refusal` or the path's status, without the password.

@@ -28,6 +28,11 @@ bool isForAnybody(const FirmwareModule& module) {
     return module.audience == features::product_identifiers::norvo_ssd::oems::Generic;
 }
 
+/// Whether it says what firmware the family's drives may have.
+bool isComparable(const FirmwareModule& module, const std::string& product) {
+    return module.damage.empty() && module.product == product && isForAnybody(module);
+}
+
 bool isForOem(const FirmwareModule& module, const std::string& oem) {
     return isForAnybody(module) || core::strings::equals(module.audience, oem, true);
 }
@@ -70,8 +75,7 @@ FirmwareModules::newerVersion(const std::string& product, const std::string& cur
     std::optional<std::string> newest;
     for (const File& file : list(additionalFolders).files) {
         const FirmwareModule& module = file.module;
-        const bool counts = module.damage.empty() && module.product == product &&
-                            isForAnybody(module) && module.canUpgrade(currentFirmware) &&
+        const bool counts = isComparable(module, product) && module.canUpgrade(currentFirmware) &&
                             module.version > newest.value_or(currentFirmware);
         if (counts) newest = module.version;
     }

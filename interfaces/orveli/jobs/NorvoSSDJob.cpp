@@ -12,6 +12,7 @@
 #include "interfaces/orveli/jobs/DriveSettings.h"
 #include "interfaces/orveli/jobs/EnduranceEstimate.h"
 #include "interfaces/orveli/jobs/NvmeLogs.h"
+#include "interfaces/orveli/jobs/SmartAttributes.h"
 #include "protocols/ata/Smart.h"
 #include "protocols/norvo/Structures.h"
 #include "protocols/nvme/Structures.h"
@@ -65,7 +66,10 @@ bool exceedsSmartThreshold(Device& device) {
     const auto answer = ata_access::send(device, ata::smartReturnStatus());
     const auto health = ata::smartHealth(answer.returned);
     if (health == ata::SmartHealth::UNKNOWN) throw statuses::dataRetrievalFailed();
-    return health == ata::SmartHealth::THRESHOLD_EXCEEDED;
+    if (health == ata::SmartHealth::THRESHOLD_EXCEEDED) return true;
+    // Nobody knows what a drive's judgement is worth that can't show what it rests on.
+    readSmartAttributes(device);
+    return false;
 }
 
 /// The property, or nothing if it can't be read.

@@ -73,6 +73,7 @@ enum class Scale {
     SPARE,    ///< the percentage that is left
     WEAR,     ///< what the percentage that is used leaves
     KELVINS,  ///< nothing, and the raw value is in degrees Celsius
+    UNITS,    ///< nothing, and the raw value is in units of 32 MiB, as that of SATA drives
 };
 
 enum class Source { SMART_HEALTH, HEALTH_STATISTICS };
@@ -103,8 +104,8 @@ constexpr NvmeRow NVME_ROWS[] = {
     {0xE4, Source::HEALTH_STATISTICS, health::TimedWorkloadTimer,                 Scale::COUNT},
     {0xE9, Source::SMART_HEALTH,      smart_health::PercentageUsed,               Scale::WEAR},
     {0xEA, Source::HEALTH_STATISTICS, health::ThermalThrottleStatus,              Scale::COUNT},
-    {0xF1, Source::SMART_HEALTH,      smart_health::DataUnitsWritten,             Scale::COUNT},
-    {0xF2, Source::SMART_HEALTH,      smart_health::DataUnitsRead,                Scale::COUNT},
+    {0xF1, Source::SMART_HEALTH,      smart_health::DataUnitsWritten,             Scale::UNITS},
+    {0xF2, Source::SMART_HEALTH,      smart_health::DataUnitsRead,                Scale::UNITS},
     {0xF9, Source::HEALTH_STATISTICS, health::MediaBytesWritten,                  Scale::COUNT},
 };
 
@@ -135,6 +136,21 @@ void fillTemperature(Line& line, const Payload& page) {
     line.raw = toString(static_cast<std::int64_t>(kelvins) - nvme::ZERO_CELSIUS);
 }
 
+/// 0 K stands for a temperature that the drive doesn't tell.
+bool isTold(const NvmeRow& row, const Payload& page) {
+    return row.scale != Scale::KELVINS || readNumber(page, row.field) != 0;
+}
+
+/// Of thousands of 512 bytes; what isn't full yet doesn't count.
+void fillUnits(Line& line, const Payload& page, const protocols::Field& field) {
+    // 512,000 by 32 MiB, in lowest terms.
+    constexpr protocols::Number128 FACTOR = 125;
+    constexpr protocols::Number128 DIVISOR = 8192;
+    const protocols::Number128 thousands = protocols::readWideNumber(page, field);
+    line.raw =
+        protocols::toText(thousands / DIVISOR * FACTOR + thousands % DIVISOR * FACTOR / DIVISOR);
+}
+
 Line lineOf(const NvmeRow& row, const Payload& page) {
     Line line;
     line.id = row.id;
@@ -152,7 +168,12 @@ Line lineOf(const NvmeRow& row, const Payload& page) {
     case Scale::KELVINS:
         fillTemperature(line, page);
         break;
+    case Scale::UNITS:
+        fillUnits(line, page, row.field);
+        break;
     }
+    // As with SATA drives, a threshold of zero never fails.
+    if (line.threshold != 0 && line.normalized <= line.threshold) line.hasFailed = true;
     return line;
 }
 
@@ -163,7 +184,7 @@ std::vector<Line> linesOfNvme(Device& device) {
         const Payload* page = row.source == Source::SMART_HEALTH
                                   ? &logs.smartHealth()
                                   : logs.findVendorPage(norvo::log_pages::HEALTH_STATISTICS);
-        if (page != nullptr) lines.push_back(lineOf(row, *page));
+        if (page != nullptr && isTold(row, *page)) lines.push_back(lineOf(row, *page));
     }
     return lines;
 }

@@ -101,11 +101,12 @@ void putWarnings(XmlObject& section, const Payload& page) {
     section.addValue("PersistentMemoryRegionWarning", core::strings::toString(isReadOnly));
 }
 
-/// As text, because the catalogue's type has no numbers below zero.
-void putTemperature(XmlObject& section, const Payload& page, const FieldRow& row) {
-    const int celsius =
-        static_cast<int>(protocols::readNumber(page, row.field)) - protocols::nvme::ZERO_CELSIUS;
-    section.addValue(row.property().getName(), core::strings::toString(celsius));
+/// As text, because the catalogue's type has no numbers below zero. 0 K stands for no temperature.
+void putTemperatureIfTold(XmlObject& section, const Payload& page, const FieldRow& row) {
+    const auto kelvins = static_cast<int>(protocols::readNumber(page, row.field));
+    if (kelvins == 0) return;
+    section.addValue(row.property().getName(),
+                     core::strings::toString(kelvins - protocols::nvme::ZERO_CELSIUS));
 }
 
 /// The catalogue's numbers of any width have their most significant byte first.
@@ -119,7 +120,7 @@ void putCount(XmlObject& section, const Payload& page, const FieldRow& row) {
 
 void putSmartHealth(XmlObject& section, const Payload& page) {
     putWarnings(section, page);
-    putTemperature(section, page, {log::CompositeTemperature, &catalogue::Celsius});
+    putTemperatureIfTold(section, page, {log::CompositeTemperature, &catalogue::Celsius});
     for (const auto& [field, property] : PERCENTAGES)
         put(section, property(), static_cast<std::uint8_t>(protocols::readNumber(page, field)));
     field_report::putField(section, page, log::EnduranceGroupCriticalWarningSummary);
@@ -127,9 +128,8 @@ void putSmartHealth(XmlObject& section, const Payload& page) {
         putCount(section, page, row);
     for (const auto& [field, property] : TEMPERATURE_TIMES)
         put(section, property(), static_cast<std::uint32_t>(protocols::readNumber(page, field)));
-    for (const FieldRow& row : SENSORS) {
-        if (protocols::readNumber(page, row.field) != 0) putTemperature(section, page, row);
-    }
+    for (const FieldRow& row : SENSORS)
+        putTemperatureIfTold(section, page, row);
     field_report::putFields(section, page, THERMAL_MANAGEMENT);
 }
 

@@ -100,11 +100,14 @@ TEST(NorvoStructures, IdentifyDeviceHasTheVendorsPart) {
     namespace s = identify_device;
     const Payload structure = dump(512, {
         {258, "56 4E 4C 42 31 30 33 31"},       // NVBL0113, the bytes of each word exchanged
+        {266, "58 53 31 33 30 41 34 34"},       // SX31A044
     });
     expectRows(structure, s::ALL, {
-        {"Bootloader", "NVBL0113", 266},
+        {"Bootloader",      "NVBL0113", 266},
+        {"PendingFirmware", "SX31A044", 274},
     });
     EXPECT_EQ(readText(structure, s::Bootloader), "NVBL0113");
+    EXPECT_EQ(readText(structure, s::PendingFirmware), "SX31A044");
     EXPECT_EQ(s::SIZE, 512U);
 }
 
@@ -240,7 +243,7 @@ TEST(NorvoStructures, HealthStatisticsHaveWhatTheStandardLeavesOut) {
     EXPECT_EQ(readNumber(structure, s::MediaBytesWritten), 0xA8A7A6A5A4A3A2A1U);
     EXPECT_EQ(readNumber(structure, s::HostBytesWritten), 0xB8B7B6B5B4B3B2B1U);
     EXPECT_EQ(s::SIZE, 512U);
-    EXPECT_EQ(s::RESET_VALUE, 65535U);
+    EXPECT_EQ(s::RESET_VALUE, 18446744073709551615U);
 }
 
 TEST(NorvoStructures, QueueMetricsHaveAnEntryForEachQueue) {

@@ -581,16 +581,72 @@ TEST(FormatJob, DeletesByATASecurityWhereSanitizeIsNoWay) {
     EXPECT_EQ(commands(frozen), (Commands{0xB400, 0xF100, 0xF300, 0xF400}));
 }
 
-TEST(FormatJob, NeedsATASecurityThatIsNeitherFrozenNorInUse) {
+/// A drive that has a password, and may be locked.
+constexpr std::uint8_t ENABLED = 0x03;
+constexpr std::uint8_t LOCKED = 0x07;
+
+TEST(FormatJob, ErasesADriveThatHasThePasswordOfAnInterruptedErase) {
+    for (const std::uint8_t security : {ENABLED, LOCKED}) {
+        for (const char* type : {"Delete", "ATASecureErase"}) {
+            ScriptedDrive drive = sataDrive(0, security);
+            letErase(drive);
+            EXPECT_EQ(run(drive, {{"Type", type}}).output, SUCCESS);
+            EXPECT_EQ(commands(drive), (Commands{0xF300, 0xF400}));
+            expectPassword(drive.sentAta().back(), 0);
+        }
+    }
+}
+
+TEST(FormatJob, DoesNotSanitizeALockedDriveWhichWouldRefuse) {
+    ScriptedDrive drive = sataDrive(BLOCK_ERASE, LOCKED);
+    letErase(drive);
+    EXPECT_EQ(run(drive, {{"Type", "Delete"}}).output, SUCCESS);
+    EXPECT_EQ(commands(drive), (Commands{0xF300, 0xF400}));
+    const Outcome outcome = run(drive, {{"Type", "ATASanitize"}});
+    expectCode(outcome, 25);
+    EXPECT_EQ(outcome.status.getMessage(),
+              "Sanitize command failed. The drive is security locked.");
+}
+
+TEST(FormatJob, LeavesADriveWithAnotherPasswordAsItIs) {
+    constexpr const char* TRIED =
+        " An erase with the password 'tavik', which an interrupted erase leaves behind, failed. "
+        "If the drive has another password, disable security with that first.";
+    ScriptedDrive drive = sataDrive(0, ENABLED);
+    letErase(drive);
+    drive.onAta(0xF4, 0, 0, {{.returned = returned(0, 0, 0x51)}});
+    const Outcome enabled = run(drive, {{"Type", "Delete"}});
+    expectCode(enabled, 9);
+    EXPECT_EQ(enabled.status.getMessage(),
+              "Secure Erase Unit command failed. Reboot and try again. If error persists, consider "
+              "using a DOS-based tool for Secure Erase. The drive has a user password already." +
+                  std::string(TRIED));
+    EXPECT_EQ(commands(drive), (Commands{0xF300, 0xF400}));
+
+    ScriptedDrive locked = sataDrive(BLOCK_ERASE, LOCKED);
+    letErase(locked);
+    locked.onAta(0xF3, 0, 0, {{.returned = returned(0, 0, 0x51)}});
+    const Outcome unprepared = run(locked, {{"Type", "Delete"}});
+    expectCode(unprepared, 8);
+    EXPECT_EQ(unprepared.status.getMessage(),
+              "Secure Erase Prepare command failed. Reboot your system and try again. If error "
+              "persists, consider using a DOS-based tool for Secure Erase. The drive is security "
+              "locked." +
+                  std::string(TRIED));
+    EXPECT_EQ(commands(locked), (Commands{0xF300}));
+}
+
+TEST(FormatJob, NeedsATASecurityThatIsNotFrozen) {
     struct Row {
         std::uint8_t security;
         const char* type;
         int code;
     };
 
-    constexpr Row ROWS[] = {{0x00, "ATASecureErase", 14},  {0x00, "Delete", 14},
-                            {FROZEN, "ATASecureErase", 7}, {FROZEN, "Delete", 7},
-                            {0x03, "ATASecureErase", 10},  {0x07, "Delete", 10}};
+    constexpr Row ROWS[] = {{0x00, "ATASecureErase", 14},
+                            {0x00, "Delete", 14},
+                            {FROZEN, "ATASecureErase", 7},
+                            {FROZEN, "Delete", 7}};
     for (const Row& row : ROWS) {
         SCOPED_TRACE(std::string(row.type) + " " + std::to_string(row.security));
         ScriptedDrive drive = sataDrive(0, row.security);

@@ -62,6 +62,7 @@ ScriptedDrive sataDrive() {
     set(drive, attributes::SMARTEnabled(), true);
     set(drive, attributes::Norvo(), true);
     drive.onAta(SMART, 0xDA, C24F00, {{.returned = {}}});
+    drive.onAta(SMART, 0xD0, C24F00, {{.data = structure(512, {})}});
     return drive;
 }
 
@@ -302,6 +303,20 @@ TEST(NorvoSSDJob, ADriveWhoseHealthCannotBeReadIsNotHealthy) {
     ScriptedDrive unclear = sataDrive();
     unclear.onAta(SMART, 0xDA, C24F00, {{.returned = returnedLba(0)}});
     EXPECT_EQ(valueOf(unclear, "DeviceStatus"), "Failed to retrieve data from selected device.");
+}
+
+TEST(NorvoSSDJob, ASataDriveThatCannotShowItsSmartDataIsNotHealthy) {
+    ScriptedDrive refusing = sataDrive();
+    refusing.onAta(SMART, 0xDA, C24F00, {{.returned = returnedLba(0xC24F00)}});
+    refusing.onAta(SMART, 0xD0, C24F00, {});
+    EXPECT_EQ(valueOf(refusing, "DeviceStatus").substr(0, 47),
+              "ATA command reported a problem. SMART READ DATA");
+    ScriptedDrive garbled = sataDrive();
+    garbled.onAta(SMART, 0xDA, C24F00, {{.returned = returnedLba(0xC24F00)}});
+    garbled.onAta(SMART, 0xD0, C24F00, {{.data = structure(512, {{2, {1}}})}});
+    EXPECT_EQ(valueOf(garbled, "DeviceStatus"), "Failed to retrieve data from selected device.");
+    garbled.onAta(SMART, 0xDA, C24F00, {{.returned = returnedLba(0x2CF400)}});
+    EXPECT_EQ(valueOf(garbled, "DeviceStatus"), UNHEALTHY);
 }
 
 TEST(NorvoSSDJob, AListOfEverythingDoesNotHideThatTheHealthCannotBeRead) {

@@ -132,6 +132,12 @@ TEST(SMARTJob, RefusesAnIdentifierThatTheDriveDoesNotHave) {
     }
 }
 
+TEST(SMARTJob, RepeatsNoQuotationMarksThatAMessageIsPutInto) {
+    ScriptedDrive drive = sataDrive();
+    EXPECT_NE(selected(drive, "x&quot;y").find("There is no SMART attribute x'y.\n"),
+              std::string::npos);
+}
+
 TEST(SMARTJob, AnEmptyIdentifierSelectsAll) {
     ScriptedDrive drive = sataDrive();
     EXPECT_EQ(selected(drive, ""), "[SMART Attributes NSX3110C0005G960]\n [05 ]\n  ID=05\n"
@@ -232,8 +238,8 @@ TEST(SMARTJob, ShowsWhatAnNvmeDrivesLogsTellInTheSameForm) {
                                     " [E4 ]\n  Raw=18\n"
                                     " [E9 ]\n  Raw=30\n"
                                     " [EA ]\n  Raw=19\n"
-                                    " [F1 ]\n  Raw=772\n"
-                                    " [F2 ]\n  Raw=258\n"
+                                    " [F1 ]\n  Raw=11\n"
+                                    " [F2 ]\n  Raw=3\n"
                                     " [F9 ]\n  Raw=20\n");
     EXPECT_EQ(drive.sentNvme().size(), 2U) << "each log page is read once";
 }
@@ -253,6 +259,13 @@ TEST(SMARTJob, JudgesTheSpareOfAnNvmeDrive) {
                                                 "  Action=Fail\n"
                                                 "  Raw=4\n");
     drive.onNvme(GET_LOG_PAGE, 0x02, {{.data = smartHealth(0x02)}});
+    EXPECT_NE(answerLines(run(drive, request)).find("Action=Fail"), std::string::npos)
+        << "the spare is below its threshold, whatever the drive warns of";
+    drive.onNvme(GET_LOG_PAGE, 0x02, {{.data = structure(512, {{0, {0x02}}, {3, {11, 10}}})}});
+    EXPECT_NE(answerLines(run(drive, request)).find("Action=Pass"), std::string::npos);
+    drive.onNvme(GET_LOG_PAGE, 0x02, {{.data = structure(512, {{0, {0x01}}, {3, {11, 10}}})}});
+    EXPECT_NE(answerLines(run(drive, request)).find("Action=Fail"), std::string::npos);
+    drive.onNvme(GET_LOG_PAGE, 0x02, {{.data = structure(512, {})}});
     EXPECT_NE(answerLines(run(drive, request)).find("Action=Pass"), std::string::npos);
 }
 
@@ -267,6 +280,35 @@ TEST(SMARTJob, CountsTheWearOfAnNvmeDriveDownwards) {
     drive.onNvme(GET_LOG_PAGE, 0x02, {{.data = structure(512, {{5, {255}}})}});
     EXPECT_EQ(answerLines(run(drive, request)), "[SMART Attributes NVX4510A0003H800]\n [E9 ]\n"
                                                 "  Normalized=0\n  Status=0x0032\n");
+}
+
+TEST(SMARTJob, CountsTheDataOfAnNvmeDriveAsThatOfASataDrive) {
+    struct Row {
+        core::Payload health;
+        const char* units;
+    };
+
+    const Row rows[] = {
+        {structure(512, {{32, {0x41}}}), "0"},
+        {structure(512, {{32, {0x42}}}), "1"},
+        {structure(512, {{32, {0x76, 0x5E, 0xDF, 0x01}}}), "479368"},
+        {structure(512, {{47, {0x80}}}), "2596148429267413814265248164610048000"},
+    };
+    for (const Row& row : rows) {
+        ScriptedDrive drive = nvmeDrive();
+        drive.onNvme(GET_LOG_PAGE, 0x02, {{.data = row.health}});
+        EXPECT_NE(column(drive, "Raw").find(std::string(" [F2 ]\n  Raw=") + row.units + "\n"),
+                  std::string::npos)
+            << column(drive, "Raw");
+    }
+}
+
+TEST(SMARTJob, LeavesOutATemperatureThatAnNvmeDriveDoesNotTell) {
+    ScriptedDrive drive = nvmeDrive();
+    drive.onNvme(GET_LOG_PAGE, 0x02, {{.data = structure(512, {})}});
+    EXPECT_EQ(column(drive, "Raw").find("C2"), std::string::npos);
+    drive.onNvme(GET_LOG_PAGE, 0x02, {{.data = structure(512, {{1, {1, 0}}})}});
+    EXPECT_NE(column(drive, "Raw").find(" [C2 ]\n  Raw=-272\n"), std::string::npos);
 }
 
 TEST(SMARTJob, ShowsTheStandardsPartOfAnotherMakersDrive) {

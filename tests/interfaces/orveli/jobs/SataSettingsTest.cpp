@@ -579,7 +579,7 @@ TEST_F(SataSettings, OtherMakersDrivesHaveFeaturesOfTheStandardOnly) {
     EXPECT_TRUE(drive.sentAta().empty());
     EXPECT_NE(set<SctFeatureControlJob>(drive, {"TemperatureLoggingInterval", "uint16", "1"}),
               NOT_A_NORVO_SSD);
-    EXPECT_EQ(drive.sentAta().size(), 1U);
+    EXPECT_EQ(sentCount(), 1U);
 }
 
 TEST_F(SataSettings, OtherPropertiesAndOtherDrivesAreRefused) {
