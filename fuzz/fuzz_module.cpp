@@ -1,7 +1,7 @@
 // The bytes of a firmware module to what is to be known of it.
 
 #include "fuzz/FuzzSupport.h"
-#include "interfaces/orveli/jobs/FirmwareModule.h"
+#include "interfaces/orveli/firmware_modules/FirmwareModule.h"
 
 #include <cstdint>
 #include <string_view>
@@ -9,7 +9,7 @@
 namespace {
 
 namespace fuzz = tavik::fuzz;
-using orvel::interfaces::orveli::jobs::FirmwareModule;
+using orvel::interfaces::orveli::FirmwareModule;
 
 void checkGood(const FirmwareModule& module, std::string_view bytes) {
     constexpr std::size_t LONGEST_PRODUCT = 64;

@@ -5,7 +5,7 @@
 #include "core/Status.h"
 #include "core/StatusWords.h"
 #include "features/FeatureStatuses.h"
-#include "interfaces/orveli/jobs/FirmwareModule.h"
+#include "interfaces/orveli/firmware_modules/FirmwareModule.h"
 
 #include <algorithm>
 #include <cstdint>

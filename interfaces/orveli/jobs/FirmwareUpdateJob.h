@@ -1,8 +1,8 @@
 // Brings a drive the newest firmware there is for it.
 #pragma once
 
+#include "interfaces/orveli/firmware_modules/FirmwareModules.h"
 #include "interfaces/orveli/jobs/DriveJob.h"
-#include "interfaces/orveli/jobs/FirmwareModules.h"
 #include "interfaces/orveli/jobs/FirmwareTransfer.h"
 
 #include <memory>

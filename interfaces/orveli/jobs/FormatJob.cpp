@@ -1,6 +1,7 @@
 #include "interfaces/orveli/jobs/FormatJob.h"
 
 #include "core/CoreStatuses.h"
+#include "core/NumberText.h"
 #include "core/Strings.h"
 #include "features/FeatureStatuses.h"
 #include "features/JobConstants.h"
@@ -8,7 +9,6 @@
 #include "interfaces/orveli/access/DriveKind.h"
 #include "interfaces/orveli/jobs/AtaErase.h"
 #include "interfaces/orveli/jobs/NamespaceNumber.h"
-#include "interfaces/orveli/jobs/NumberText.h"
 
 #include <utility>
 
@@ -79,7 +79,7 @@ std::optional<std::uint8_t> FormatJob::setting(const core::Attribute& descriptor
                                                const Status& otherwise) const {
     const auto text = findArgument(descriptor);
     if (!text) return std::nullopt;
-    const auto number = readWhole<std::uint8_t>(*text);
+    const auto number = core::readWhole<std::uint8_t>(*text);
     if (!number || *number > maximum) throw otherwise;
     return number;
 }

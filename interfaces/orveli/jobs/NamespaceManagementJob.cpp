@@ -1,5 +1,6 @@
 #include "interfaces/orveli/jobs/NamespaceManagementJob.h"
 
+#include "core/NumberText.h"
 #include "core/StatusWords.h"
 #include "core/Strings.h"
 #include "features/FeatureStatuses.h"
@@ -7,7 +8,6 @@
 #include "features/JobProperties.h"
 #include "interfaces/orveli/access/NvmeAccess.h"
 #include "interfaces/orveli/jobs/NamespaceNumber.h"
-#include "interfaces/orveli/jobs/NumberText.h"
 #include "protocols/nvme/LbaFormats.h"
 #include "protocols/nvme/Structures.h"
 
@@ -109,7 +109,7 @@ std::optional<std::uint16_t> NamespaceManagementJob::wantedController() const {
     const auto text = findArgument(arguments::NVMeControllerID());
     if (!text) return std::nullopt;
     if (text->empty()) throw statuses::noControllerId();
-    const auto number = readWhole<std::uint16_t>(*text);
+    const auto number = core::readWhole<std::uint16_t>(*text);
     if (!number) throw statuses::invalidControllerList();
     return number;
 }
@@ -117,7 +117,7 @@ std::optional<std::uint16_t> NamespaceManagementJob::wantedController() const {
 std::uint64_t NamespaceManagementJob::wantedSize() const {
     const auto text = findArgument(arguments::Size());
     if (!text || text->empty()) throw statuses::noNamespaceSize();
-    const auto blocks = readWhole<std::uint64_t>(*text);
+    const auto blocks = core::readWhole<std::uint64_t>(*text);
     if (!blocks || *blocks == 0)
         throw core::withWords(statuses::invalidProperty(),
                               "Size must be a number of blocks from 1 on.");
@@ -129,7 +129,7 @@ std::uint8_t NamespaceManagementJob::wantedSetting(const core::Attribute& descri
                                                    const Status& otherwise) const {
     const auto text = findArgument(descriptor);
     if (!text) return range.byDefault;
-    const auto number = readWhole<std::uint8_t>(*text);
+    const auto number = core::readWhole<std::uint8_t>(*text);
     if (!number || *number > range.maximum) throw otherwise;
     return *number;
 }

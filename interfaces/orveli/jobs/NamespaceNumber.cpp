@@ -1,7 +1,7 @@
 #include "interfaces/orveli/jobs/NamespaceNumber.h"
 
+#include "core/NumberText.h"
 #include "features/FeatureStatuses.h"
-#include "interfaces/orveli/jobs/NumberText.h"
 
 #include <algorithm>
 
@@ -22,7 +22,7 @@ std::uint32_t readNamespaceNumber(const std::string& text) {
     const bool hasPrefix = text.starts_with("0x") || text.starts_with("0X");
     const std::string digits = hasPrefix ? text.substr(2) : text;
     const int base = !hasPrefix && isDecimal(digits) ? DECIMAL : HEXADECIMAL;
-    const auto number = readWhole<std::uint32_t>(digits, base);
+    const auto number = core::readWhole<std::uint32_t>(digits, base);
     if (!number || *number == 0) throw features::statuses::invalidNamespaceId();
     return *number;
 }

@@ -1,8 +1,8 @@
 // Job NorvoSSD: what there is to know of each drive.
 #pragma once
 
+#include "interfaces/orveli/firmware_modules/FirmwareCatalogue.h"
 #include "interfaces/orveli/jobs/DriveJob.h"
-#include "interfaces/orveli/jobs/FirmwareCatalogue.h"
 
 #include <memory>
 #include <string>

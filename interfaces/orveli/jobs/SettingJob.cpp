@@ -1,9 +1,9 @@
 #include "interfaces/orveli/jobs/SettingJob.h"
 
+#include "core/NumberText.h"
 #include "core/Strings.h"
 #include "core/xml/Vocabulary.h"
 #include "features/FeatureStatuses.h"
-#include "interfaces/orveli/jobs/NumberText.h"
 
 #include <optional>
 
@@ -36,8 +36,8 @@ std::optional<std::string> findRequestedText(const core::xml::XmlElement* reques
 std::optional<std::uint32_t> readNumber(const std::string& text) {
     const bool isHexadecimal = strings::startsWith(text, "0x", true);
     constexpr std::size_t PREFIX = 2;
-    return isHexadecimal ? readWhole<std::uint32_t>(text.substr(PREFIX), 16)
-                         : readWhole<std::uint32_t>(text);
+    return isHexadecimal ? core::readWhole<std::uint32_t>(text.substr(PREFIX), 16)
+                         : core::readWhole<std::uint32_t>(text);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "interfaces/orveli/shared_object/SimulatedLibrary.h"
 
+#include "interfaces/orveli/firmware_modules/FirmwareModules.h"
 #include "interfaces/orveli/identification/AtaProtocolIdentifier.h"
 #include "interfaces/orveli/identification/NorvoProductIdentifier.h"
 #include "interfaces/orveli/identification/NvmeProtocolIdentifier.h"
@@ -10,7 +11,6 @@
 #include "interfaces/orveli/jobs/ErrorRecoveryControlJob.h"
 #include "interfaces/orveli/jobs/EventLogJob.h"
 #include "interfaces/orveli/jobs/EyeDiagramJob.h"
-#include "interfaces/orveli/jobs/FirmwareModules.h"
 #include "interfaces/orveli/jobs/FirmwareUpdateJob.h"
 #include "interfaces/orveli/jobs/FormatJob.h"
 #include "interfaces/orveli/jobs/GplJob.h"

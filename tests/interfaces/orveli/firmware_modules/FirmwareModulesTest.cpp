@@ -1,4 +1,4 @@
-#include "interfaces/orveli/jobs/FirmwareModules.h"
+#include "interfaces/orveli/firmware_modules/FirmwareModules.h"
 
 #include "core/Status.h"
 #include "tests/support/TemporaryFolder.h"
@@ -9,7 +9,7 @@
 #include <filesystem>
 #include <fstream>
 
-namespace orvel::interfaces::orveli::jobs {
+namespace orvel::interfaces::orveli {
 namespace {
 
 using core::Status;
@@ -231,4 +231,4 @@ TEST(FirmwareModules, HasAnUpdateForTwoFamiliesOfSimulatedDrives) {
 }
 
 }  // namespace
-}  // namespace orvel::interfaces::orveli::jobs
+}  // namespace orvel::interfaces::orveli

@@ -1,4 +1,4 @@
-#include "interfaces/orveli/jobs/FirmwareModules.h"
+#include "interfaces/orveli/firmware_modules/FirmwareModules.h"
 
 #include "core/Files.h"
 #include "core/StatusWords.h"
@@ -12,10 +12,9 @@
 #include <system_error>
 #include <utility>
 
-namespace orvel::interfaces::orveli::jobs {
+namespace orvel::interfaces::orveli {
 
 namespace fs = std::filesystem;
-namespace statuses = orvel::features::statuses;
 using core::Status;
 
 namespace {
@@ -49,19 +48,21 @@ std::optional<FirmwareModule> read(const fs::path& path) {
 }
 
 Status damaged(const fs::path& path, const std::string& damage) {
-    return core::withWords(statuses::invalidFirmwareModuleType(), path.string() + ": " + damage);
+    return core::withWords(features::statuses::invalidFirmwareModuleType(),
+                           path.string() + ": " + damage);
 }
 
 Status unreadable(const fs::path& path) {
-    return core::withWords(statuses::fileReadFailed(), path.string());
+    return core::withWords(features::statuses::fileReadFailed(), path.string());
 }
 
 /// Why the drive may not take it. A damaged module may lack its audience, and nobody knows for whom
 /// it was.
 std::optional<Status> objection(const FirmwareModule& module, const FirmwareModules::Drive& drive) {
     if (!module.audience.empty() && !isForOem(module, drive.oem))
-        return statuses::invalidTargetAudience();
-    if (!module.canUpgrade(drive.firmware)) return statuses::contactRepresentativeAboutFirmware();
+        return features::statuses::invalidTargetAudience();
+    if (!module.canUpgrade(drive.firmware))
+        return features::statuses::contactRepresentativeAboutFirmware();
     return std::nullopt;
 }
 
@@ -111,8 +112,8 @@ FirmwareModules::moduleFor(const Drive& drive,
     }
     if (reason) throw *reason;
     if (listing.unreadable) throw unreadable(*listing.unreadable);
-    if (!areThereAny) throw statuses::noFirmwareFileOrModule();
-    if (!areThereForProduct) throw statuses::noFirmwareModule();
+    if (!areThereAny) throw features::statuses::noFirmwareFileOrModule();
+    if (!areThereForProduct) throw features::statuses::noFirmwareModule();
     return std::nullopt;
 }
 
@@ -172,4 +173,4 @@ std::optional<FirmwareModule> FirmwareModules::recall(const fs::path& path, std:
     return isSame ? std::optional(found->second.module) : std::nullopt;
 }
 
-}  // namespace orvel::interfaces::orveli::jobs
+}  // namespace orvel::interfaces::orveli

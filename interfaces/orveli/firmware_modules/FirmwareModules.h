@@ -1,8 +1,8 @@
 // The firmware modules of some folders, and which of them is for a drive.
 #pragma once
 
-#include "interfaces/orveli/jobs/FirmwareCatalogue.h"
-#include "interfaces/orveli/jobs/FirmwareModule.h"
+#include "interfaces/orveli/firmware_modules/FirmwareCatalogue.h"
+#include "interfaces/orveli/firmware_modules/FirmwareModule.h"
 
 #include <boost/thread/mutex.hpp>
 
@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-namespace orvel::interfaces::orveli::jobs {
+namespace orvel::interfaces::orveli {
 
 /// The files "*.nfm" of a folder of its own and of others, in this order, those of one folder by
 /// name. Of two with one version the first counts. Folders that don't exist are no error. Versions
@@ -76,4 +76,4 @@ private:
     mutable std::map<std::filesystem::path, Known> known;  ///< guarded by mutex
 };
 
-}  // namespace orvel::interfaces::orveli::jobs
+}  // namespace orvel::interfaces::orveli

@@ -1,7 +1,7 @@
-#include "interfaces/orveli/jobs/FirmwareModule.h"
+#include "interfaces/orveli/firmware_modules/FirmwareModule.h"
 
+#include "core/NumberText.h"
 #include "core/Strings.h"
-#include "interfaces/orveli/jobs/NumberText.h"
 
 #include <boost/crc.hpp>
 
@@ -9,7 +9,7 @@
 #include <array>
 #include <cstdint>
 
-namespace orvel::interfaces::orveli::jobs {
+namespace orvel::interfaces::orveli {
 
 namespace {
 
@@ -158,13 +158,13 @@ std::string checkImage(const Header& header, std::string_view image) {
     constexpr int DECIMAL = 10;
     constexpr int HEXADECIMAL = 16;
     constexpr std::size_t CHECKSUM_DIGITS = 8;
-    const auto length = readWhole<std::uint64_t>(*header.values[LENGTH], DECIMAL);
+    const auto length = core::readWhole<std::uint64_t>(*header.values[LENGTH], DECIMAL);
     if (!length || *length == 0 || *length > FirmwareModule::MAX_IMAGE)
         return "Its length is no number of bytes that an image may have.";
     if (image.size() < *length) return "Its image is cut off.";
     if (image.size() > *length) return "It goes on behind the image.";
     const std::string& digits = *header.values[CHECKSUM];
-    const auto checksum = readWhole<std::uint32_t>(digits, HEXADECIMAL);
+    const auto checksum = core::readWhole<std::uint32_t>(digits, HEXADECIMAL);
     if (!checksum || digits.size() != CHECKSUM_DIGITS)
         return "Its checksum is no number of 8 hexadecimal digits.";
     boost::crc_32_type actual;
@@ -190,4 +190,4 @@ bool FirmwareModule::canUpgrade(const std::string& from) const {
     return upgrades.empty() || std::ranges::find(upgrades, from) != upgrades.end();
 }
 
-}  // namespace orvel::interfaces::orveli::jobs
+}  // namespace orvel::interfaces::orveli

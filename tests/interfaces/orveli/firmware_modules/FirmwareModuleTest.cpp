@@ -1,8 +1,8 @@
-#include "interfaces/orveli/jobs/FirmwareModule.h"
+#include "interfaces/orveli/firmware_modules/FirmwareModule.h"
 
 #include <gtest/gtest.h>
 
-namespace orvel::interfaces::orveli::jobs {
+namespace orvel::interfaces::orveli {
 namespace {
 
 using core::Payload;
@@ -151,4 +151,4 @@ TEST(FirmwareModule, IsDamagedIfItIsAnythingElse) {
 }
 
 }  // namespace
-}  // namespace orvel::interfaces::orveli::jobs
+}  // namespace orvel::interfaces::orveli

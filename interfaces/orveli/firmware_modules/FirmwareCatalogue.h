@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace orvel::interfaces::orveli::jobs {
+namespace orvel::interfaces::orveli {
 
 /// Knows the newest firmware of each family of drives. Asked once for each drive that is shown, so
 /// that an implementation keeps what it has read.
@@ -27,4 +27,4 @@ protected:
     FirmwareCatalogue(const FirmwareCatalogue&) = default;
 };
 
-}  // namespace orvel::interfaces::orveli::jobs
+}  // namespace orvel::interfaces::orveli

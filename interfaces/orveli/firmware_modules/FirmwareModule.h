@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-namespace orvel::interfaces::orveli::jobs {
+namespace orvel::interfaces::orveli {
 
 /// What such a file says. A file that breaks a rule is read as far as it can be, so that somebody
 /// can tell for which drives it was meant, and is never to be sent.
@@ -34,4 +34,4 @@ struct FirmwareModule {
     std::string damage;   ///< what is wrong, as a sentence; empty for a good file
 };
 
-}  // namespace orvel::interfaces::orveli::jobs
+}  // namespace orvel::interfaces::orveli

@@ -6,7 +6,7 @@
 #include <string>
 #include <system_error>
 
-namespace orvel::interfaces::orveli::jobs {
+namespace orvel::core {
 
 /// The number that all of the text spells in digits of this base; nothing for anything else, and
 /// for a number that the type can't hold.
@@ -19,4 +19,4 @@ std::optional<Number> readWhole(const std::string& text, int base = 10) {
     return number;
 }
 
-}  // namespace orvel::interfaces::orveli::jobs
+}  // namespace orvel::core
