@@ -1,14 +1,16 @@
 // The text of a request to what the feature library with simulated drives answers.
 //
-// Each input meets the default fleet.
+// Each input meets the default fleet, whose time passes as fast as it can.
 
 #include "core/XmlConverter.h"
 #include "core/xml/XmlObject.h"
 #include "fuzz/FuzzSupport.h"
 #include "interfaces/orveli/shared_object/SimulatedLibrary.h"
+#include "simulator/DefaultFleet.h"
 
 #include <cstdint>
 #include <filesystem>
+#include <fstream>
 #include <string>
 
 namespace {
@@ -17,9 +19,19 @@ namespace fuzz = tavik::fuzz;
 namespace xml = orvel::core::xml;
 using orvel::interfaces::orveli::shared_object::SimulatedLibrary;
 
+/// A folder with the description of the fleet. Nobody is to wait for a self-test.
+std::string makeDrives() {
+    std::string folder = fuzz::folder() + "drives";
+    std::filesystem::create_directory(folder);
+    std::string fleet(orvel::simulator::defaultFleet());
+    fleet.insert(fleet.find('{') + 1, R"("timeFactor": 10000,)");
+    std::ofstream(folder + "/fleet.json") << fleet;
+    return folder;
+}
+
 /// One for all inputs: a library is made to answer one request after another.
 SimulatedLibrary& library() {
-    static SimulatedLibrary one(fuzz::folder() + "drives", fuzz::folder() + "FirmwareModules");
+    static SimulatedLibrary one(makeDrives(), fuzz::folder() + "FirmwareModules");
     return one;
 }
 
